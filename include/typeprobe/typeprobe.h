@@ -1,0 +1,91 @@
+/*
+ * Typeprobe: font file identification.
+ *
+ * A caller hands the library the path of a font file and receives an opaque
+ * array of font specifiers, one per face, whose attributes it reads by face
+ * index. Every function returns one of the result codes below; text leaves
+ * through a caller buffer by the copy-out rule: nothing is written when the
+ * length is below 1, otherwise at most length - 1 bytes and a terminating
+ * zero, truncating silently.
+ *
+ * Plain C; safe to include from C and C++.
+ */
+#ifndef TYPEPROBE_TYPEPROBE_H
+#define TYPEPROBE_TYPEPROBE_H
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+#if defined(__GNUC__)
+#define TP_API __attribute__((visibility("default")))
+#else
+#define TP_API
+#endif
+
+/* Opaque array of the faces identified in one file. Owned by the caller
+ * until TP_SpecifierFree. */
+typedef struct TP_FontArray TP_FontArray;
+
+/* Result codes. */
+enum {
+    kTP_Success = 0,
+    /* a required pointer is null, or nothing was found */
+    kTP_NullArgumentOrNotFound = 1,
+    /* a face index is out of range; also the fixed result of TP_RunUnitTests */
+    kTP_IndexOutOfRange = 4,
+    /* the attribute was not requested when the face was made */
+    kTP_AttributeNotRequested = 5
+};
+
+/* Attribute bits: the creation mask, each face's valid attributes and the
+ * result masks of TP_Match. 0x40 to 0x800 are not defined. */
+enum {
+    kTP_AttrPostScriptName = 0x1,
+    kTP_AttrKindName = 0x2,
+    kTP_AttrFoundryName = 0x4,
+    kTP_AttrVersion = 0x8,
+    kTP_AttrKerningChecksum = 0x10,
+    kTP_AttrOutlineFileSize = 0x20,
+    kTP_AttrFamilyName = 0x1000,
+    kTP_AttrPrinterFontName = 0x2000,
+    kTP_AttrTypeprobeChecksum = 0x4000,
+    kTP_AttrDisplayName = 0x8000,
+    kTP_AttrFullName = 0x10000,
+    kTP_AttrLegacyTypeprobeChecksum = 0x20000,
+    kTP_AttrPlatform = 0x40000,
+    kTP_AttrWindowsMMFile = 0x80000
+};
+
+/* Every defined attribute bit. */
+#define kTP_AllAttributes 0xFF03FUL
+
+/* Stores the library's version (1.2) when both pointers are non-null. */
+TP_API void TP_GetTypeprobeVersion(unsigned long* major, unsigned long* minor);
+
+/* Number of faces in the array. */
+TP_API unsigned long TP_GetFontCount(TP_FontArray* array, unsigned long* count);
+
+/* Index of the first face with this font family resource number and style.
+ * Stores 0 in index first; 1 when nothing matches. */
+TP_API unsigned long TP_GetFontIndexForFONDResourceID(TP_FontArray* array, short fondResourceID,
+                                                      short style, unsigned long* index);
+
+/* Compares face A with face B: the attributes both have that are equal (case
+ * blind for names) and those that both have and differ (byte exact). Zeroes
+ * both outputs first; 4 for an index out of range. */
+TP_API unsigned long TP_Match(TP_FontArray* arrayA, unsigned long indexA, TP_FontArray* arrayB,
+                              unsigned long indexB, unsigned long* matching,
+                              unsigned long* differing);
+
+/* Releases the array and all its faces. */
+TP_API unsigned long TP_SpecifierFree(TP_FontArray* array);
+
+/* Runs no tests in this library: always returns 4. */
+TP_API unsigned long TP_RunUnitTests(void);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif /* TYPEPROBE_TYPEPROBE_H */

@@ -1,0 +1,31 @@
+#!/usr/bin/env bash
+# Installs every build and test dependency on Debian 12. Does nothing when
+# they are all present. Needs root (or sudo) only when something is missing.
+set -euo pipefail
+
+packages=(
+  build-essential cmake ninja-build pkg-config git clang
+  libgtest-dev libgmock-dev libbenchmark-dev
+  libplist-dev libplist++-dev libicu-dev zlib1g-dev libdeflate-dev
+  libcli11-dev nlohmann-json3-dev
+  python3 python3-fonttools fontconfig
+)
+
+missing=()
+for package in "${packages[@]}"; do
+  status=$(dpkg-query -W -f='${Status}' "$package" 2>/dev/null || true)
+  [[ "$status" == "install ok installed" ]] || missing+=("$package")
+done
+
+if ((${#missing[@]} == 0)); then
+  exit 0
+fi
+
+echo "Installing: ${missing[*]}"
+run_as_root=()
+if ((EUID != 0)); then
+  run_as_root=(sudo)
+fi
+export DEBIAN_FRONTEND=noninteractive
+"${run_as_root[@]}" apt-get update -q
+"${run_as_root[@]}" apt-get install -y -q --no-install-recommends "${missing[@]}"

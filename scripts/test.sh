@@ -1,0 +1,27 @@
+#!/usr/bin/env bash
+# The whole suite, from scratch: installs what is missing, then builds and
+# runs every test twice, once normally and once under AddressSanitizer and
+# UndefinedBehaviorSanitizer (any sanitizer report fails the run).
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+scripts/setup.sh
+
+jobs=$(nproc)
+export ASAN_OPTIONS="detect_leaks=1:abort_on_error=1:strict_string_checks=1:detect_stack_use_after_return=1"
+export UBSAN_OPTIONS="halt_on_error=1:print_stacktrace=1"
+
+run_suite() {
+  local name=$1; shift
+  local dir="build-test/$name"
+  echo "=== $name build ==="
+  rm -rf "$dir"
+  cmake -S . -B "$dir" -G Ninja -DTYPEPROBE_WERROR=ON "$@" >/dev/null
+  cmake --build "$dir" -j "$jobs"
+  echo "=== $name tests ==="
+  ctest --test-dir "$dir" --output-on-failure -j "$jobs" --timeout 600
+}
+
+run_suite release -DCMAKE_BUILD_TYPE=RelWithDebInfo
+run_suite sanitize -DCMAKE_BUILD_TYPE=Debug -DTYPEPROBE_SANITIZE=ON
+echo "=== all tests passed ==="
