@@ -9,6 +9,7 @@ packages=(
   libplist-dev libplist++-dev libicu-dev zlib1g-dev libdeflate-dev
   libcli11-dev nlohmann-json3-dev
   python3 python3-fonttools fontconfig
+  fonts-dejavu-core fonts-liberation2 fonts-urw-base35 fonts-texgyre fonts-noto-cjk gsfonts
 )
 
 missing=()
