@@ -13,6 +13,10 @@ bool isDirectory(const std::string& path)
     return stat(path.c_str(), &info) == 0 && S_ISDIR(info.st_mode);
 }
 
+#ifndef TYPEPROBE_LIB_TO_DATA
+#define TYPEPROBE_LIB_TO_DATA "../share/typeprobe"
+#endif
+
 std::string parentOf(const std::string& path)
 {
     size_t slash = path.find_last_of('/');
@@ -48,8 +52,18 @@ std::string Path()
     }
     std::string loaded = loadedFilePath();
     if (loaded.empty()) return {};
-    std::string candidate = parentOf(parentOf(loaded)) + "/share/typeprobe";
-    return isDirectory(candidate) ? candidate : std::string();
+    // The installed layout first, then the build tree's (bin/ or lib/ beside
+    // share/typeprobe).
+    const std::string folder = parentOf(loaded);
+    for (const char* relative : {TYPEPROBE_LIB_TO_DATA, "../share/typeprobe"}) {
+        std::string candidate = folder + "/" + relative;
+        char* resolved = realpath(candidate.c_str(), nullptr);
+        if (!resolved) continue;
+        candidate = resolved;
+        std::free(resolved);
+        if (isDirectory(candidate)) return candidate;
+    }
+    return {};
 }
 
 std::string FilePath(const std::string& name)
