@@ -1,0 +1,87 @@
+// Builds small sfnt fonts and collections byte by byte for tests.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "support/ByteWriter.h"
+
+namespace testfonts {
+
+struct Table {
+    std::string tag;    // up to four characters; shorter tags are NUL-padded
+    std::string bytes;
+};
+
+inline uint32_t tagValue(const std::string& tag)
+{
+    uint32_t value = 0;
+    for (size_t i = 0; i < 4; ++i) value = (value << 8) | (i < tag.size() ? uint8_t(tag[i]) : 0);
+    return value;
+}
+
+inline uint32_t paddedSum(const std::string& bytes)
+{
+    uint32_t sum = 0;
+    for (size_t at = 0; at < bytes.size(); at += 4) {
+        uint32_t word = 0;
+        for (size_t i = 0; i < 4; ++i)
+            word = (word << 8) | (at + i < bytes.size() ? uint8_t(bytes[at + i]) : 0);
+        sum += word;
+    }
+    return sum;
+}
+
+// An sfnt whose tables follow the directory back to back, each padded to 4
+// bytes. `base` is added to every table offset (for collections).
+inline void appendSfnt(ByteWriter& out, uint32_t version, const std::vector<Table>& tables,
+                       uint32_t base = 0, bool writeTables = true)
+{
+    out.u32(version).u16(uint16_t(tables.size())).u16(0).u16(0).u16(0);
+    uint32_t offset = base + 12 + 16 * uint32_t(tables.size());
+    for (const Table& table : tables) {
+        out.u32(tagValue(table.tag)).u32(paddedSum(table.bytes)).u32(offset)
+            .u32(uint32_t(table.bytes.size()));
+        offset += (uint32_t(table.bytes.size()) + 3) & ~3u;
+    }
+    if (!writeTables) return;
+    for (const Table& table : tables) out.bytes(table.bytes).pad(4);
+}
+
+inline std::vector<uint8_t> sfnt(uint32_t version, const std::vector<Table>& tables)
+{
+    ByteWriter out;
+    appendSfnt(out, version, tables);
+    return out.take();
+}
+
+// Tables every Windows system needs, with a little content each.
+inline std::vector<Table> requiredTables()
+{
+    std::vector<Table> tables;
+    for (const char* tag : {"OS/2", "cmap", "head", "hhea", "hmtx", "maxp", "name", "post"})
+        tables.push_back({tag, std::string(8, 'x')});
+    return tables;
+}
+
+// A collection of faces that share nothing: each face's tables follow its
+// own directory.
+inline std::vector<uint8_t> collection(const std::vector<std::vector<Table>>& faces,
+                                       uint32_t version = 0x00010000)
+{
+    ByteWriter out;
+    out.tag("ttcf").u32(version).u32(uint32_t(faces.size()));
+    uint32_t offset = 12 + 4 * uint32_t(faces.size());
+    std::vector<uint32_t> starts;
+    for (const auto& face : faces) {
+        starts.push_back(offset);
+        uint32_t size = 12 + 16 * uint32_t(face.size());
+        for (const auto& table : face) size += (uint32_t(table.bytes.size()) + 3) & ~3u;
+        offset += size;
+    }
+    for (uint32_t start : starts) out.u32(start);
+    for (size_t i = 0; i < faces.size(); ++i) appendSfnt(out, 0x00010000, faces[i], starts[i]);
+    return out.take();
+}
+
+}  // namespace testfonts
