@@ -84,4 +84,44 @@ inline std::vector<uint8_t> collection(const std::vector<std::vector<Table>>& fa
     return out.take();
 }
 
+struct NameRecord {
+    uint16_t platformID, encodingID, languageID, nameID;
+    std::string bytes;  // as stored: UTF-16BE for double-byte records
+};
+
+// UTF-16BE bytes of an ASCII or Latin-1 text given as UTF-16 units.
+inline std::string utf16be(const std::u16string& text)
+{
+    std::string out;
+    for (char16_t unit : text) {
+        out.push_back(char(unit >> 8));
+        out.push_back(char(unit & 0xFF));
+    }
+    return out;
+}
+
+// A format 0 naming table with the records' strings stored in order.
+inline std::string nameTable(const std::vector<NameRecord>& records)
+{
+    ByteWriter out;
+    out.u16(0).u16(uint16_t(records.size())).u16(uint16_t(6 + 12 * records.size()));
+    uint16_t offset = 0;
+    for (const NameRecord& r : records) {
+        out.u16(r.platformID).u16(r.encodingID).u16(r.languageID).u16(r.nameID)
+            .u16(uint16_t(r.bytes.size())).u16(offset);
+        offset = uint16_t(offset + r.bytes.size());
+    }
+    for (const NameRecord& r : records) out.bytes(r.bytes);
+    return std::string(out.data().begin(), out.data().end());
+}
+
+// A font holding just a naming table (and a trailing byte, so that the
+// directory entry is found).
+inline std::vector<uint8_t> fontWithNames(const std::vector<NameRecord>& records)
+{
+    auto font = sfnt(0x00010000, {{"name", nameTable(records)}});
+    font.push_back(0);
+    return font;
+}
+
 }  // namespace testfonts

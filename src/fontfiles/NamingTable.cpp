@@ -1,0 +1,212 @@
+#include "fontfiles/NamingTable.h"
+
+#include <optional>
+
+#include "fontfiles/SfntDirectory.h"
+
+namespace {
+
+constexpr size_t kNameRecordSize = 12;
+constexpr size_t kNameHeaderSize = 6;
+constexpr int16_t kMaxNameLength = 1023;
+constexpr uint16_t kLanguageJapanese = 11;
+constexpr uint16_t kLanguageUSEnglish = 0x409;
+
+struct NameRecord {
+    uint16_t platformID = 0, encodingID = 0, languageID = 0;
+    int16_t nameID = 0, length = 0, offset = 0;  // signed, as the format was read
+};
+
+struct NameSlots {
+    LxString postScriptName, copyright, family, subfamily, fullName, manufacturer, version,
+        preferredFamily, preferredSubfamily;
+};
+
+// State that runs across the records of one table.
+struct ScanState {
+    bool sawMacEnglish = false;
+    uint32_t textEncoding = kCFStringEncodingMacRoman;
+};
+
+bool IsDoubleBytePlatform(const NameRecord& r)
+{
+    switch (r.platformID) {
+    case 0: return r.encodingID >= 1 && r.encodingID <= 4;
+    case 1: return r.languageID == kLanguageJapanese;
+    case 3: return r.encodingID >= 1 && r.encodingID <= 10;
+    case 4: return true;
+    default: return false;
+    }
+}
+
+std::optional<NameRecord> readRecord(ByteView font, size_t at)
+{
+    NameRecord r;
+    ByteReader reader(font, at);
+    if (!(reader.u16(r.platformID) && reader.u16(r.encodingID) && reader.u16(r.languageID) &&
+          reader.i16(r.nameID) && reader.i16(r.length) && reader.i16(r.offset)))
+        return std::nullopt;
+    return r;
+}
+
+LxString decodeDoubleByte(ByteView text, const NameRecord& r, ScanState& state)
+{
+    PlatformString units;
+    for (size_t at = 0; at + 1 < text.size(); at += 2) {
+        uint16_t unit = 0;
+        text.u16(at, unit);
+        if (unit == 0) break;
+        units.push_back(char16_t(unit));
+    }
+    if (r.languageID == kLanguageJapanese) state.textEncoding = kCFStringEncodingShiftJIS;
+    LxString value;
+    value.Set(units);
+    return value;
+}
+
+LxString decodeSingleByte(ByteView text, const NameRecord& r, ScanState& state)
+{
+    std::string bytes(text.chars());
+    bytes = bytes.substr(0, bytes.find('\0'));
+    LxString value;
+    if (!bytes.empty() &&
+        (r.languageID == kLanguageJapanese || state.textEncoding == kCFStringEncodingShiftJIS)) {
+        value.Set(bytes.c_str(), kCFStringEncodingShiftJIS);
+        state.textEncoding = kCFStringEncodingShiftJIS;
+    }
+    if (value.empty()) {
+        if (state.textEncoding == kCFStringEncodingMacRoman) {
+            // Deliberate: controls and every byte from 0x80 up become "?", so
+            // Mac Roman names come out as plain ASCII.
+            for (char& c : bytes)
+                if (static_cast<signed char>(c) <= 31) c = '?';
+        }
+        value.Set(bytes.c_str(), state.textEncoding);
+    }
+    return value;
+}
+
+// The first Macintosh record in language 0 ends all overwriting; before it,
+// records in encoding 0, in language 0 or in Windows US English overwrite.
+bool isPreferred(const NameRecord& r, ScanState& state)
+{
+    if (state.sawMacEnglish) return false;
+    if (r.encodingID == 0) {
+        if (r.languageID == 0 && r.platformID == 1) state.sawMacEnglish = true;
+        return true;
+    }
+    if (r.languageID == 0) {
+        if (r.platformID == 1) state.sawMacEnglish = true;
+        return true;
+    }
+    return r.languageID == kLanguageUSEnglish && r.platformID == 3;
+}
+
+bool isSevenBitASCII(const LxString& value)
+{
+    for (unsigned char c : value.str())
+        if (c >= 0x80) return false;
+    return true;
+}
+
+void store(NameSlots& slots, const NameRecord& r, const LxString& value, bool preferred)
+{
+    switch (r.nameID) {
+    case 0: AssignConditionally(&slots.copyright, value, preferred); break;
+    case 1:
+        AssignConditionally(&slots.family, value, preferred);
+        if (preferred) slots.preferredFamily = value;
+        break;
+    case 2:
+        AssignConditionally(&slots.subfamily, value, preferred);
+        if (preferred) slots.preferredSubfamily = value;
+        break;
+    case 4: AssignConditionally(&slots.fullName, value, preferred); break;
+    case 5: AssignConditionally(&slots.version, value, preferred); break;
+    case 6:
+        if (isSevenBitASCII(value)) AssignConditionally(&slots.postScriptName, value, preferred);
+        break;
+    case 8: AssignConditionally(&slots.manufacturer, value, preferred); break;
+    case 16: AssignConditionally(&slots.preferredFamily, value, preferred); break;
+    case 17: AssignConditionally(&slots.preferredSubfamily, value, preferred); break;
+    default: break;
+    }
+}
+
+// The record's text, or an empty view when it is empty or lies outside the
+// font.
+ByteView recordText(ByteView font, size_t storage, const NameRecord& r)
+{
+    int length = r.length > kMaxNameLength ? kMaxNameLength : r.length;
+    if (length <= 0) return {};
+    // A negative offset reads from before the string storage, deliberately;
+    // the text must still lie inside the font.
+    const long long start = (long long)storage + r.offset;
+    if (start < 0) return {};
+    auto text = font.sub(size_t(start), size_t(length));
+    return text ? *text : ByteView();
+}
+
+// Returns whether any record was visited.
+bool readSlots(ByteView font, NameSlots& slots)
+{
+    auto entry = FindValidTable(font, "name");
+    if (!entry || entry->offset == 0 || entry->offset >= font.size()) return false;
+    const size_t table = entry->offset;
+    int16_t count = 0;
+    uint16_t stringOffset = 0;
+    if (!font.i16(table + 2, count) || !font.u16(table + 4, stringOffset)) return false;
+    const size_t storage = table + stringOffset;
+    ScanState state;
+    int visited = 0;
+    for (int i = 0; i < count; ++i) {
+        auto record = readRecord(font, table + kNameHeaderSize + kNameRecordSize * size_t(i));
+        if (!record) break;
+        ++visited;
+        ByteView text = recordText(font, storage, *record);
+        LxString value = IsDoubleBytePlatform(*record) ? decodeDoubleByte(text, *record, state)
+                                                       : decodeSingleByte(text, *record, state);
+        if (value.empty()) continue;
+        bool preferred = isPreferred(*record, state);
+        store(slots, *record, value, preferred);
+    }
+    return visited > 0;
+}
+
+const LxString& firstNonEmpty(const LxString& a, const LxString& b)
+{
+    return a.empty() ? b : a;
+}
+
+}  // namespace
+
+void AssignConditionally(LxString* target, const LxString& value, bool force)
+{
+    if (target && (target->empty() || force)) *target = value;
+}
+
+int getMetaDataFromNamesTable(ByteView font, void*, const void*, short, LxString* foundry,
+                              LxString* family, LxString* version, LxString* postScriptName,
+                              LxString* displayName, LxString* fullName)
+{
+    NameSlots slots;
+    if (!readSlots(font, slots)) return 0;
+    if (foundry) *foundry = firstNonEmpty(slots.manufacturer, slots.copyright);
+    if (family) *family = firstNonEmpty(slots.preferredFamily, slots.family);
+    if (version) *version = slots.version;
+    if (postScriptName) *postScriptName = firstNonEmpty(slots.postScriptName, slots.fullName);
+    if (displayName && displayName->empty())
+        *displayName = firstNonEmpty(slots.postScriptName, slots.fullName);
+    if (fullName) *fullName = firstNonEmpty(slots.fullName, slots.postScriptName);
+    return 1;
+}
+
+int getPostScriptNameFromNamesTable(ByteView font, void* resourceFile, const void* fondHandle,
+                                    short style, std::string& name)
+{
+    LxString postScriptName;
+    int result = getMetaDataFromNamesTable(font, resourceFile, fondHandle, style, nullptr, nullptr,
+                                           nullptr, &postScriptName, nullptr, nullptr);
+    name = postScriptName.str();
+    return result;
+}

@@ -1,0 +1,24 @@
+// Names of an sfnt font from its "name" table: one value per output chosen
+// among the many platform and language records a font carries.
+#pragma once
+
+#include <string>
+
+#include "support/ByteView.h"
+#include "support/LxString.h"
+
+// Assigns value when the target is empty or `force` is set.
+void AssignConditionally(LxString* target, const LxString& value, bool force);
+
+// Every output may be null (not wanted). The resource file, family handle
+// and style identify the face of a resource-fork font; the names come from
+// the sfnt bytes alone. Returns 1 when at least one name record was
+// visited, 0 when the table is missing, invalid or empty.
+int getMetaDataFromNamesTable(ByteView font, void* resourceFile, const void* fondHandle,
+                              short style, LxString* foundry, LxString* family,
+                              LxString* version, LxString* postScriptName,
+                              LxString* displayName, LxString* fullName);
+
+// The same reading with only the PostScript name wanted.
+int getPostScriptNameFromNamesTable(ByteView font, void* resourceFile, const void* fondHandle,
+                                    short style, std::string& name);
