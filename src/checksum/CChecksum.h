@@ -1,0 +1,22 @@
+// CRC-32 and the whole-file checksum that identity checksums rest on.
+#pragma once
+
+#include <string>
+
+class CChecksum {
+public:
+    // zlib's CRC-32 of the bytes, continued from `crc` (0 starts afresh).
+    static unsigned long icrc(const unsigned char* data, unsigned long length, unsigned long crc);
+
+    // CRC-32 over the data fork and then the resource fork of the logical
+    // file at `path`, from 0, into *total; with `dataForkOnly`, also the
+    // data fork's own CRC. True when the resource fork was read, otherwise
+    // when the total differs from the value *total held on entry. Each fork
+    // is read whole into a buffer of this thread's that only grows.
+    static bool CalculateFileChecksum(const std::string& path, unsigned long* total,
+                                      unsigned long* dataForkOnly);
+};
+
+// `sum` plus (length + 3) / 4 big-endian words of `data`, modulo 2^32; a
+// length that is not a multiple of 4 reads the whole last word.
+unsigned long ChecksumLongAlignedData(unsigned long sum, const void* data, unsigned long length);
