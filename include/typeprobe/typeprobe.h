@@ -78,6 +78,41 @@ TP_API unsigned long TP_Match(TP_FontArray* arrayA, unsigned long indexA, TP_Fon
                               unsigned long indexB, unsigned long* matching,
                               unsigned long* differing);
 
+/* Per-face accessors. Each returns 1 when the handle or the output is null
+ * and 5 when the face was made without the attribute's bit; text leaves by
+ * the copy-out rule. The index is not checked: pass one below the count that
+ * TP_GetFontCount reports. */
+TP_API unsigned long TP_GetKindName(TP_FontArray* array, unsigned long index, char* buffer,
+                                    int bufferLength);
+TP_API unsigned long TP_GetFamilyName(TP_FontArray* array, unsigned long index, char* buffer,
+                                      int bufferLength);
+TP_API unsigned long TP_GetPostScriptName(TP_FontArray* array, unsigned long index, char* buffer,
+                                          int bufferLength);
+TP_API unsigned long TP_GetFullName(TP_FontArray* array, unsigned long index, char* buffer,
+                                    int bufferLength);
+/* The menu name. */
+TP_API unsigned long TP_GetDisplayName(TP_FontArray* array, unsigned long index, char* buffer,
+                                       int bufferLength);
+/* Path of the outline font file of a bitmap or resource-fork face; empty
+ * when the face is itself the outline. */
+TP_API unsigned long TP_GetPrinterFont(TP_FontArray* array, unsigned long index, char* buffer,
+                                       int bufferLength);
+/* "mac" or "crossplatform". */
+TP_API unsigned long TP_GetPlatform(TP_FontArray* array, unsigned long index, char* buffer,
+                                    int bufferLength);
+TP_API unsigned long TP_GetKerningChecksum(TP_FontArray* array, unsigned long index,
+                                           unsigned long* value);
+/* The identity checksum, independent of the file's name and location. */
+TP_API unsigned long TP_GetTypeprobeChecksum(TP_FontArray* array, unsigned long index,
+                                             unsigned long* value);
+/* The older identity checksum. */
+TP_API unsigned long TP_GetLegacyTypeprobeChecksum(TP_FontArray* array, unsigned long index,
+                                                   unsigned long* value);
+/* Size in bytes of the outline file (the printer font file if there is one,
+ * else the font file itself). */
+TP_API unsigned long TP_GetOutlineFileSize(TP_FontArray* array, unsigned long index,
+                                           unsigned long* value);
+
 /* Releases the array and all its faces. */
 TP_API unsigned long TP_SpecifierFree(TP_FontArray* array);
 

@@ -1,0 +1,28 @@
+// The ordered faces identified in one font file; the opaque handle that the
+// exported functions hand to callers. Face indexes are positions from 0.
+#pragma once
+
+#include <vector>
+
+#include "api/FontSpecifier.h"
+
+struct TP_FontArray {
+    // A copy of the face; an index at or past the end throws
+    // std::out_of_range, which the exported accessors let escape.
+    TP_FontSpecifier at(unsigned long index) const { return faces_.at(index); }
+    unsigned long size() const { return faces_.size(); }
+    const std::vector<TP_FontSpecifier>& faces() const { return faces_; }
+
+    // Appends a copy at the end.
+    void Append(const TP_FontSpecifier& face) { faces_.push_back(face); }
+
+    // First face of this font family resource number and style; `index` is
+    // left alone when there is none.
+    bool FindIndexForFondResourceID(short fondResourceID, short style, unsigned int& index) const;
+
+    // Keeps one face per PostScript name, in order of first appearance.
+    void RemoveDups();
+
+private:
+    std::vector<TP_FontSpecifier> faces_;
+};

@@ -1,0 +1,153 @@
+#include <gtest/gtest.h>
+
+#include <map>
+#include <sstream>
+#include <string>
+#include <type_traits>
+#include <vector>
+
+#include "selftest/GAutoTest.h"
+#include "selftest/GTest.h"
+#include "selftest/GTestSuite.h"
+#include "typeprobe/typeprobe.h"
+
+namespace {
+
+// Both frameworks in one program: ours is ::GTest, GoogleTest's lives in
+// namespace testing.
+static_assert(!std::is_same_v<::GTest, ::testing::Test>);
+
+// Sends the report into a string for the length of one test.
+class ReportCapture : public ::testing::Test {
+protected:
+    void SetUp() override { GTest::g_pOutputStream = &report; }
+    void TearDown() override { GTest::g_pOutputStream = &std::cout; }
+    std::ostringstream report;
+};
+
+// Cases named after the result they give; "refused" fails preparation.
+class ScriptedTest : public GTest {
+public:
+    explicit ScriptedTest(std::string identifier, std::vector<std::string> cases = {})
+        : identifier_(std::move(identifier)), cases_(std::move(cases))
+    {
+    }
+    std::vector<std::string> GetAllTestIdentifiers() const override { return cases_; }
+    std::string GetIdentifier() const override { return identifier_; }
+    EResult RunTestByIdentifier(const std::string& name) override
+    {
+        ran.push_back(name);
+        if (name == "fails") {
+            Assert("x == 1", false, "C:\\src\\mixed/dir\\Checks.cpp", 42);
+            return kFailure;
+        }
+        if (name == "unfinished") return kNotFullyImplemented;
+        if (name == "odd") return EResult(7);
+        return kSuccess;
+    }
+    bool PrepareForTest(const std::string& name) override { return name != "refused"; }
+    void PostTestCleanup(const std::string& name) override { cleaned.push_back(name); }
+
+    std::vector<std::string> ran, cleaned;
+
+private:
+    std::string identifier_;
+    std::vector<std::string> cases_;
+};
+
+TEST_F(ReportCapture, SuiteReportIsExact)
+{
+    ScriptedTest second("Second", {"ok", "fails", "unfinished", "odd"});
+    ScriptedTest first("First", {"ok"});
+    GTestSuite suite("Report suite");
+    suite.AddTest(&second);
+    suite.AddTest(&first);
+    EXPECT_EQ(suite.GetTotalNumTestCases(), 5u);
+
+    GTest::GBatchedResults results = suite.RunTests();
+    EXPECT_EQ(results.Count(GTest::kSuccess), 2u);
+    EXPECT_EQ(results.Count(GTest::kFailure), 1u);
+    EXPECT_EQ(results.Count(GTest::kNotFullyImplemented), 1u);
+    EXPECT_EQ(report.str(),
+              "   -====- Running test suite \"Report suite\" -====-\r\n"
+              " -=- First: running 1 tests...\r\n"
+              " - ok succeeded.\r\n"
+              " -=- First tests summary: 1 tests, 0 failures, 0 unimplemented.\r\n\r\n\r\n"
+              " -=- Second: running 4 tests...\r\n"
+              " - ok succeeded.\r\n"
+              " * Failure \"x == 1\" at Checks.cpp:42 in fails.\r\n"
+              " ? unfinished is not fully implemented.\r\n"
+              " -=- Second tests summary: 4 tests, 1 failures, 1 unimplemented.\r\n\r\n\r\n"
+              "   -====- Test suite \"Report suite\" totals: 5 tests, 1 failures, "
+              "1 unimplemented.\r\n\r\n\r\n");
+}
+
+TEST_F(ReportCapture, UnknownCaseOfAnAutoTestFails)
+{
+    ScriptedTest member("known");
+    GAutoTest group("Group");
+    group.AddSubTest(&member);
+    GTestSuite suite("S");
+    suite.AddTest(&group);
+    GTest::GBatchedResults results = suite.RunTestByName("Group", {"nope", "known"});
+    EXPECT_EQ(results.Count(GTest::kFailure), 1u);
+    EXPECT_EQ(results.Count(GTest::kSuccess), 1u);
+    EXPECT_EQ(report.str(),
+              "   -====- Running test suite \"S\" -====-\r\n"
+              " -=- Group: running 2 tests...\r\n"
+              "UNKNOWN TEST: nope\n"
+              " in nope.\r\n"
+              " - known succeeded.\r\n"
+              " -=- Group tests summary: 2 tests, 1 failures, 0 unimplemented.\r\n\r\n\r\n"
+              "   -====- Test suite \"S\" totals: 2 tests, 1 failures, "
+              "0 unimplemented.\r\n\r\n\r\n");
+    EXPECT_EQ(member.ran, std::vector<std::string>{"known"});
+}
+
+TEST_F(ReportCapture, RefusedPreparationFailsAndStillCleansUp)
+{
+    ScriptedTest test("T", {"refused", "ok"});
+    GTest::GBatchedResults results = test.RunEachTest();
+    EXPECT_EQ(results.Count(GTest::kFailure), 1u);
+    EXPECT_EQ(results.Count(GTest::kSuccess), 1u);
+    EXPECT_EQ(test.ran, std::vector<std::string>{"ok"});
+    EXPECT_EQ(test.cleaned, (std::vector<std::string>{"refused", "ok"}));
+}
+
+TEST(GTestSuite, RegistrationWithoutSuiteNameUsesTheDefaultSuite)
+{
+    ScriptedTest test("case");
+    GTestSuite::RegisterTest(&test, "Default registration", "");
+    auto& suites = GTestSuite::GetAutoregisteredSuiteMap();
+    ASSERT_EQ(suites.count("Automatically registered tests"), 1u);
+    GTest* group = suites["Automatically registered tests"]->FindTest("Default registration");
+    ASSERT_NE(dynamic_cast<GAutoTest*>(group), nullptr);
+    EXPECT_EQ(group->GetAllTestIdentifiers(), std::vector<std::string>{"case"});
+}
+
+TEST(GTestSuite, SameIdentifierMakesOneAutoTestWithTwoSubTests)
+{
+    ScriptedTest one("one"), two("two");
+    GTestSuite::RegisterTest(&two, "Shared", "Registration suite");
+    GTestSuite::RegisterTest(&one, "Shared", "Registration suite");
+    GTestSuite* suite = GTestSuite::GetAutoregisteredSuiteByName("Registration suite");
+    EXPECT_EQ(suite->GetTotalNumTestCases(), 2u);
+    GTest* group = suite->FindTest("Shared");
+    ASSERT_NE(dynamic_cast<GAutoTest*>(group), nullptr);
+    EXPECT_EQ(group->GetAllTestIdentifiers(), (std::vector<std::string>{"one", "two"}));
+}
+
+TEST(RunUnitTests, PrintsNothingAndReturnsFour)
+{
+    std::ostringstream report;
+    GTest::g_pOutputStream = &report;
+    ::testing::internal::CaptureStdout();
+    unsigned long result = TP_RunUnitTests();
+    std::string printed = ::testing::internal::GetCapturedStdout();
+    GTest::g_pOutputStream = &std::cout;
+    EXPECT_EQ(result, 4u);
+    EXPECT_EQ(printed, "");
+    EXPECT_EQ(report.str(), "");
+}
+
+}  // namespace
