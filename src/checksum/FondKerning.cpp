@@ -1,0 +1,65 @@
+#include "checksum/FondKerning.h"
+
+#include <cstdint>
+
+#include "checksum/CChecksum.h"
+
+namespace {
+
+constexpr size_t kFondHeaderSize = 52;
+constexpr size_t kKernTableOffsetField = 20;
+
+// Calls visit(header, pairs) for each kerning entry of `style`; `pairs` is
+// empty when the entry has no pairs or they run past the resource.
+template <typename Visit>
+void forEachKerningEntry(ByteView fond, short style, Visit visit)
+{
+    uint32_t tableOffset = 0;
+    if (fond.size() < kFondHeaderSize || !fond.u32(kKernTableOffsetField, tableOffset) ||
+        tableOffset == 0 || uint64_t(tableOffset) + 2 > fond.size())
+        return;
+    int16_t countMinusOne = 0;
+    if (!fond.i16(tableOffset, countMinusOne)) return;
+    int64_t at = int64_t(tableOffset) + 2;
+    for (int entry = 0; entry < countMinusOne + 1; ++entry) {
+        // The entry's header must end strictly before the resource's end.
+        if (at < 0 || uint64_t(at) + 4 >= fond.size()) return;
+        int16_t entryStyle = 0, pairCount = 0;
+        fond.i16(size_t(at), entryStyle);
+        fond.i16(size_t(at) + 2, pairCount);
+        const int64_t pairBytes = 4 * int64_t(pairCount);
+        if (entryStyle == style) {
+            ByteView pairs;
+            if (pairBytes > 0) pairs = fond.sub(size_t(at) + 4, size_t(pairBytes)).value_or(ByteView());
+            visit(*fond.sub(size_t(at), 4), pairs);
+        }
+        at += 4 + pairBytes;  // a negative count steps backwards, as the data says
+    }
+}
+
+unsigned long byteSum(ByteView bytes)
+{
+    uint32_t sum = 0;
+    for (uint8_t byte : bytes.span()) sum += byte;
+    return sum;
+}
+
+}  // namespace
+
+unsigned long GetVaultlineChecksum(ByteView fond, short style)
+{
+    uint32_t sum = 0;
+    forEachKerningEntry(fond, style, [&](ByteView header, ByteView pairs) {
+        sum += uint32_t(byteSum(header) + byteSum(pairs));
+    });
+    return sum;
+}
+
+unsigned long KerningPairsCRC(ByteView fond, short style)
+{
+    unsigned long crc = 0;
+    forEachKerningEntry(fond, style, [&](ByteView, ByteView pairs) {
+        crc = CChecksum::icrc(pairs.data(), pairs.size(), crc);
+    });
+    return crc;
+}

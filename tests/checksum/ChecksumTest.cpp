@@ -1,0 +1,116 @@
+#include <gtest/gtest.h>
+
+#include <zlib.h>
+
+#include <random>
+
+#include "checksum/CChecksum.h"
+#include "checksum/FondKerning.h"
+#include "common/TempDir.h"
+#include "support/ByteWriter.h"
+
+namespace {
+
+using testfiles::TempDir;
+
+TEST(Icrc, EqualsZlibAndContinuesARunningValue)
+{
+    std::mt19937 random(7);
+    std::vector<unsigned char> bytes(4099);
+    for (auto& b : bytes) b = static_cast<unsigned char>(random());
+    for (size_t length : {0ul, 1ul, 3ul, 64ul, 4099ul}) {
+        EXPECT_EQ(CChecksum::icrc(bytes.data(), length, 0), crc32(0, bytes.data(), uInt(length)));
+    }
+    const unsigned long first = CChecksum::icrc(bytes.data(), 100, 0);
+    EXPECT_EQ(CChecksum::icrc(bytes.data() + 100, 200, first), CChecksum::icrc(bytes.data(), 300, 0));
+    EXPECT_EQ(CChecksum::icrc(bytes.data(), 0, 0x1234), 0x1234u);
+}
+
+TEST(CalculateFileChecksum, ADataForkOnlyFileGivesItsCRC)
+{
+    TempDir dir;
+    const std::string text = "a data fork";
+    testfiles::writeFile(dir.file("font.ttf"), text);
+    const unsigned long expected = crc32(0, reinterpret_cast<const Bytef*>(text.data()), uInt(text.size()));
+
+    unsigned long total = 0x55, dataFork = 0;
+    EXPECT_TRUE(CChecksum::CalculateFileChecksum(dir.file("font.ttf"), &total, &dataFork));
+    EXPECT_EQ(total, expected);  // from 0, not from the entry value
+    EXPECT_EQ(dataFork, expected);
+    EXPECT_TRUE(CChecksum::CalculateFileChecksum(dir.file("font.ttf"), nullptr, nullptr));
+}
+
+TEST(CalculateFileChecksum, NothingReadMeansNoChecksum)
+{
+    TempDir dir;
+    testfiles::writeFile(dir.file("empty"), std::string());
+    unsigned long total = 0;
+    EXPECT_FALSE(CChecksum::CalculateFileChecksum(dir.file("empty"), &total, nullptr));
+    EXPECT_EQ(total, 0u);
+    total = 9;
+    EXPECT_FALSE(CChecksum::CalculateFileChecksum(dir.file("missing"), &total, nullptr) && total);
+    EXPECT_EQ(total, 0u);
+}
+
+TEST(ChecksumLongAlignedData, ReadsTheWholeLastWord)
+{
+    const unsigned char bytes[8] = {0, 0, 0, 1, 0x02, 0, 0, 0};
+    EXPECT_EQ(ChecksumLongAlignedData(10, bytes, 4), 11u);
+    EXPECT_EQ(ChecksumLongAlignedData(10, bytes, 5), 11u + 0x02000000u);
+}
+
+// A FOND with a 52-byte header, no association entries and a kerning
+// table of (style, pairs) entries.
+std::vector<uint8_t> fondWithKerning(const std::vector<std::pair<int16_t, std::string>>& entries)
+{
+    ByteWriter fond;
+    fond.zeros(52).u16(0xFFFF);  // no association entries
+    fond.putU32(20, uint32_t(fond.size()));
+    fond.u16(uint16_t(entries.size() - 1));
+    for (const auto& [style, pairs] : entries)
+        fond.u16(uint16_t(style)).u16(uint16_t(pairs.size() / 4)).bytes(pairs);
+    fond.u8(0);  // the last header must end strictly before the end
+    return fond.take();
+}
+
+TEST(FondKerning, SumsHeadersAndPairsOfEveryEntryOfTheStyle)
+{
+    auto fond = fondWithKerning({{1, std::string("\x01\x02\x03\x04", 4)},
+                                 {0, std::string("\x10\x10\x10\x10", 4)},
+                                 {1, std::string("\x05\x00\x00\x00", 4)}});
+    ByteView view(fond.data(), fond.size());
+    // Header bytes 0,1,0,1 per style-1 entry, plus pair bytes 10 and 5.
+    EXPECT_EQ(GetVaultlineChecksum(view, 1), 2u + 10u + 2u + 5u);
+    EXPECT_EQ(GetVaultlineChecksum(view, 0), 1u + 0x40u);
+    EXPECT_EQ(GetVaultlineChecksum(view, 2), 0u);
+
+    const std::string pairs = std::string("\x01\x02\x03\x04", 4) + std::string("\x05\x00\x00\x00", 4);
+    EXPECT_EQ(KerningPairsCRC(view, 1), crc32(0, reinterpret_cast<const Bytef*>(pairs.data()), 8));
+}
+
+TEST(FondKerning, ACountOfZeroHasOneEntry)
+{
+    auto fond = fondWithKerning({{0, std::string("\x00\x00\x00\x07", 4)}});
+    EXPECT_EQ(GetVaultlineChecksum(ByteView(fond.data(), fond.size()), 0), 1u + 7u);
+}
+
+TEST(FondKerning, HostileTablesAreRefusedCleanly)
+{
+    auto fond = fondWithKerning({{0, std::string("\x00\x00\x00\x07", 4)}, {0, std::string(8, '\x01')}});
+    ByteView view(fond.data(), fond.size());
+    for (size_t size = 0; size <= fond.size(); ++size) {
+        GetVaultlineChecksum(ByteView(fond.data(), size), 0);
+        KerningPairsCRC(ByteView(fond.data(), size), 0);
+    }
+    ByteWriter patched;
+    patched.bytes(view);
+    patched.putU32(20, 0xFFFFFFF0);  // table offset far past the end
+    EXPECT_EQ(GetVaultlineChecksum(patched.view(), 0), 0u);
+    patched.putU32(20, 52 + 2);
+    patched.putU16(52 + 2, 0x7FFF);  // 32768 entries claimed
+    patched.putU16(52 + 2 + 2 + 2, 0x8000);  // a negative pair count steps backwards
+    GetVaultlineChecksum(patched.view(), 0);
+    EXPECT_EQ(GetVaultlineChecksum(ByteView(fond.data(), 51), 0), 0u);
+}
+
+}  // namespace
