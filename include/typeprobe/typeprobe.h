@@ -112,6 +112,22 @@ TP_API unsigned long TP_GetLegacyTypeprobeChecksum(TP_FontArray* array, unsigned
  * else the font file itself). */
 TP_API unsigned long TP_GetOutlineFileSize(TP_FontArray* array, unsigned long index,
                                            unsigned long* value);
+/* The version text from its first digit up to the first character that is
+ * neither a digit, "-" nor "." ("Version 1.002;PS 001.002" gives "1.002"). */
+TP_API unsigned long TP_GetVersion(TP_FontArray* array, unsigned long index, char* buffer,
+                                   int bufferLength);
+/* The Windows multiple-master file (".mmm") that belongs to a ".pfb" printer
+ * font. Checks the index; 5 without kTP_AttrWindowsMMFile, 1 without
+ * kTP_AttrPrinterFontName or when the printer font is not a ".pfb" name. */
+TP_API unsigned long TP_GetWindowsMMFile(TP_FontArray* array, unsigned long index, char* buffer,
+                                         int bufferLength);
+
+/* The PostScript name from the naming table of sfnt data in memory. Does
+ * nothing when any pointer is null, and leaves the buffer untouched when the
+ * font has no such name. */
+TP_API void TP_GetPostScriptNameFromNamesTable(const char* fontData, unsigned long length,
+                                               void* resourceFile, char** fondHandle, int style,
+                                               char* buffer, int bufferLength);
 
 /* Releases the array and all its faces. */
 TP_API unsigned long TP_SpecifierFree(TP_FontArray* array);
