@@ -130,6 +130,11 @@ int LxString::CompareNoCase(const std::string& other) const
     return CompareNoCase(text_, other);
 }
 
+int LxString::compareNoCase(const char* other) const
+{
+    return strcasecmp(text_.c_str(), other ? other : "");
+}
+
 bool LxString::TrimWhitespaceFromEnd()
 {
     size_t end = text_.find_last_not_of(" \t");

@@ -63,7 +63,13 @@ public:
     bool operator==(const LxString& other) const { return *this == other.text_; }
     bool operator>=(const LxString& other) const { return *this >= other.text_; }
     bool operator>(const LxString& other) const { return *this > other.text_; }
-    bool operator==(const char* other) const { return *this == std::string(other ? other : ""); }
+    // C-string forms, so that comparing with a literal is not ambiguous
+    // between the conversions above; a null pointer reads as "".
+    bool operator<(const char* other) const { return compareNoCase(other) < 0; }
+    bool operator<=(const char* other) const { return compareNoCase(other) <= 0; }
+    bool operator==(const char* other) const { return compareNoCase(other) == 0; }
+    bool operator>=(const char* other) const { return compareNoCase(other) >= 0; }
+    bool operator>(const char* other) const { return compareNoCase(other) > 0; }
 
     // Removes trailing spaces and tabs (not line ends); true if any went.
     bool TrimWhitespaceFromEnd();
@@ -85,6 +91,8 @@ public:
     }
 
 private:
+    int compareNoCase(const char* other) const;
+
     std::string text_;
     mutable std::wstring wide_;
     mutable std::unique_ptr<unsigned char[]> pascal_;

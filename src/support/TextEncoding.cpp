@@ -100,7 +100,8 @@ std::optional<PlatformString> Decode(std::string_view bytes, uint32_t encoding)
     PlatformString out(bytes.size() * 2 + 1, u'\0');
     UErrorCode status = U_ZERO_ERROR;
     int32_t length = ucnv_toUChars(converter, reinterpret_cast<UChar*>(out.data()),
-                                   int32_t(out.size()), bytes.data(), int32_t(bytes.size()), &status);
+                                   int32_t(out.size()), bytes.data(), int32_t(bytes.size()),
+                                   &status);
     if (U_FAILURE(status)) return std::nullopt;
     out.resize(size_t(length));
     return out;
