@@ -13,16 +13,6 @@ namespace {
 
 constexpr unsigned kDirectoryBit = 0x4000;
 
-std::string currentFolder()
-{
-    std::vector<char> buffer(4096);
-    while (!getcwd(buffer.data(), buffer.size())) {
-        if (errno != ERANGE || buffer.size() > (1u << 20)) return "";
-        buffer.resize(buffer.size() * 2);
-    }
-    return buffer.data();
-}
-
 }  // namespace
 
 LxFileFind::LxFileFind() = default;
@@ -44,7 +34,7 @@ bool LxFileFind::FindFile(const LxString& pattern)
     if (absolute) {
         root_ = folder;
     } else {
-        std::string cwd = currentFolder();
+        std::string cwd = SpecificationHelpers::CurrentFolder();
         if (cwd.empty()) return false;
         root_ = cwd + (cwd == "/" ? "" : "/") + folder;
     }

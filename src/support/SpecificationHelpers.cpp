@@ -3,8 +3,10 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <vector>
 
 #include "support/LxDirectorySpecification.h"
 #include "support/LxFileSpecification.h"
@@ -78,6 +80,16 @@ std::optional<LxString> FileURL(const std::string& path)
         }
     }
     return LxString(url);
+}
+
+std::string CurrentFolder()
+{
+    std::vector<char> buffer(4096);
+    while (!getcwd(buffer.data(), buffer.size())) {
+        if (errno != ERANGE || buffer.size() > (1u << 20)) return "";
+        buffer.resize(buffer.size() * 2);
+    }
+    return buffer.data();
 }
 
 }  // namespace SpecificationHelpers

@@ -26,6 +26,8 @@ int CopyToBuffer(const std::string& text, unsigned char* buffer, unsigned long s
 // UTF-16 of `text` into the counted name; -37 when it is not UTF-8 or is
 // longer than 255 units.
 int CopyToUniStr(const std::string& text, HFSUniStr255& out);
+// The process's current folder; empty when it cannot be had.
+std::string CurrentFolder();
 // "file://" and the absolute path, percent-escaped; nothing for empty text.
 std::optional<LxString> FileURL(const std::string& path);
 

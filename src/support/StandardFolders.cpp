@@ -113,16 +113,6 @@ LxString byValue(int (*get)(LxString&, bool), bool create)
     return get(out, create) == 0 ? out : LxString();
 }
 
-std::string currentFolder()
-{
-    std::vector<char> buffer(4096);
-    while (!getcwd(buffer.data(), buffer.size())) {
-        if (errno != ERANGE || buffer.size() > (1u << 20)) return "";
-        buffer.resize(buffer.size() * 2);
-    }
-    return buffer.data();
-}
-
 std::string programFolder()
 {
     std::vector<char> buffer(4096);
@@ -153,7 +143,7 @@ int LxFileSystemParser::GetApplicationDirectory(LxString& out, bool create)
 
 int LxFileSystemParser::GetWorkingDirectory(LxString& out, bool create)
 {
-    return provideFolder(currentFolder(), out, create);
+    return provideFolder(SpecificationHelpers::CurrentFolder(), out, create);
 }
 
 int LxFileSystemParser::CreateWorkingDirectoryURL(LxString& out, bool create)

@@ -7,7 +7,8 @@
 #include "api/CollectionSpecifiers.h"
 #include "common/Oracle.h"
 #include "common/SfntBuilder.h"
-#include "common/TempDir.h"
+#include "common/FileIO.h"
+#include "common/TempFolder.h"
 #include "fontfiles/TrueTypeCollectionFont.h"
 #include "typeprobe/typeprobe.h"
 
@@ -28,12 +29,12 @@ std::vector<testfonts::Table> face(const std::u16string& psName)
 
 TEST(CollectionFaces, EachFaceIsIdentifiedFromItsStandaloneBytes)
 {
-    testfiles::TempDir dir;
-    testfiles::writeFile(dir.file("two.ttc"), testfonts::collection({face(u"One"), face(u"Two")}));
+    TempFolder dir;
+    testfiles::writeFile((dir / "two.ttc"), testfonts::collection({face(u"One"), face(u"Two")}));
     TP_FontArray array;
-    AppendCollectionFaces(dir.file("two.ttc").c_str(), kTP_AllAttributes, array);
+    AppendCollectionFaces((dir / "two.ttc").c_str(), kTP_AllAttributes, array);
     ASSERT_EQ(array.size(), 2u);
-    TrueTypeCollectionFont collection(dir.file("two.ttc"));
+    TrueTypeCollectionFont collection((dir / "two.ttc"));
     for (unsigned long i = 0; i < 2; ++i) {
         const TP_FontSpecifier f = array.at(i);
         std::vector<char> bytes;
@@ -53,10 +54,10 @@ TEST(CollectionFaces, EachFaceIsIdentifiedFromItsStandaloneBytes)
 
 TEST(CollectionFaces, UnwantedNamesStayEmptyAndTheKindIsAlwaysSet)
 {
-    testfiles::TempDir dir;
-    testfiles::writeFile(dir.file("one.ttc"), testfonts::collection({face(u"One")}));
+    TempFolder dir;
+    testfiles::writeFile((dir / "one.ttc"), testfonts::collection({face(u"One")}));
     TP_FontArray array;
-    AppendCollectionFaces(dir.file("one.ttc").c_str(), 0, array);
+    AppendCollectionFaces((dir / "one.ttc").c_str(), 0, array);
     ASSERT_EQ(array.size(), 1u);
     EXPECT_EQ(array.at(0).kindName.str(), "TrueType Collection");
     EXPECT_EQ(array.at(0).postScriptName.str(), "");

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "support/LxFileSystemParser.h"
-#include "support/TempFolder.h"
+#include "common/TempFolder.h"
 
 namespace {
 

@@ -11,7 +11,7 @@
 #include "support/LxFileSystem.h"
 #include "support/LxStreams.h"
 #include "support/MacErrors.h"
-#include "support/TempFolder.h"
+#include "common/TempFolder.h"
 
 namespace {
 

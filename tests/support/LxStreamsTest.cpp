@@ -4,7 +4,7 @@
 #include <string>
 
 #include "support/LxStreams.h"
-#include "support/TempFolder.h"
+#include "common/TempFolder.h"
 
 namespace {
 

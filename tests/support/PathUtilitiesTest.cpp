@@ -4,7 +4,7 @@
 
 #include "support/FileSystemWrappers.h"
 #include "support/PathUtilities.h"
-#include "support/TempFolder.h"
+#include "common/TempFolder.h"
 
 namespace {
 

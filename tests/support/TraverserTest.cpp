@@ -7,7 +7,7 @@
 
 #include "support/LxFileFind.h"
 #include "support/LxFileHierarchyTraverser.h"
-#include "support/TempFolder.h"
+#include "common/TempFolder.h"
 
 namespace {
 
