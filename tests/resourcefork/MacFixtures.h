@@ -339,15 +339,18 @@ inline std::string AttributeFolder(size_t size)
 // ------------------------------------------------------------- fontTools ---
 
 // Lists a resource file the way Listing() does, read by fontTools. Modes:
-// "raw" (the whole file), "range" (bytes offset..offset+length), and
+// "raw" (the whole file), "range" (bytes offset..offset+length), "xattr"
+// (the value of an extended attribute), and
 // "macbinary" (checks the header CRC with binascii and reads the resource
 // fork where the format puts it; prints "crc ok" or "crc bad" first).
 inline const char* kFontToolsScript = R"PY(
-import binascii, io, struct, sys, zlib
+import binascii, io, os, struct, sys, zlib
 from fontTools.misc.macRes import ResourceReader
 mode, path = sys.argv[1], sys.argv[2]
 data = open(path, 'rb').read()
-if mode == 'range':
+if mode == 'xattr':
+    data = os.getxattr(path, sys.argv[3])
+elif mode == 'range':
     offset, length = int(sys.argv[3]), int(sys.argv[4])
     data = data[offset:offset + length]
 elif mode == 'macbinary':
