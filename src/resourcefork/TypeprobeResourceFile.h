@@ -13,6 +13,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -68,12 +69,54 @@ public:
     // Writes pending edits into the container; true when nothing is pending.
     bool updateResFile();
 
+    // Font family records (FOND handles). A null or short FOND gives the
+    // neutral answer: false, -1, an empty list or an empty string (true for
+    // shouldHavePrinterFile).
+    bool styleExists(int16_t style, const ResourceHandle* fond) const;
+    std::vector<int16_t> getSortedStylesForFOND(const ResourceHandle* fond) const;
+    // The distinct styles over every FOND of the file.
+    std::vector<int16_t> getSortedStyles() const;
+    int16_t getResIDForFOND(const ResourceHandle* fond, int index) const;
+    // IDs of every entry (bitmap or outline) with this style, ascending.
+    std::vector<int16_t> getSortedNFNTsForFOND(const ResourceHandle* fond, int16_t style) const;
+    // False when the style has an outline entry (size 0) in the FOND.
+    bool shouldHavePrinterFile(const ResourceHandle* fond, int16_t style) const;
+    // The family name: the FOND's resource name, decoded as Mac Roman or,
+    // for Japanese double-byte families, Mac Japanese.
+    LxString getResourceNameFromFOND(const ResourceHandle* fond) const;
+    bool isDoubleByteFOND(const ResourceHandle* fond) const;
+    uint32_t getStyleOffsetFromFOND(const ResourceHandle* fond) const;
+    LxString getPostScriptNameForFOND(const ResourceHandle* fond, int16_t style) const;
+    // The printer font's file name (5+3+3 rule).
+    LxString getPSPrinterNameForFOND(const ResourceHandle* fond, int16_t style) const;
+    // Paths beside this file where printer fonts of its styles are expected
+    // (not checked for existence).
+    std::vector<LxString> getPrinterFiles() const;
+    // Repairs the name of a multiple-master instance; sets *isMM when the
+    // name marks one.
+    LxString normalizePostScriptName(const LxString& name, const ResourceHandle* fond,
+                                     bool* isMM) const;
+
+    // FOND editing (the handle is changed and stored back).
+    void promoteFOND(ResourceHandle* fond, int16_t style);
+    void purgeFromFOND(ResourceHandle* fond, const std::vector<int16_t>& styles, bool deleteFONTs);
+    void purgeAllBut(int16_t style, ResourceHandle* fond);
+
+    // The folder of the file, without a trailing "/".
+    std::string folder() const;
+
 private:
     TypeprobeResourceFile(std::string path, bool readOnly);
     bool openFileForResourceAccess();
     bool openMap(const ForkLocation& fork);
     ResourceHandlePtr makeHandle(const ResourceRecord* record) const;
     bool editable() const { return !_kzReadOnly; }
+    bool resourceExists(uint32_t type, int16_t id) const;
+    // Removes the association entries whose style `remove` picks, last to
+    // first, calling `removed` with each one's ID; then fixes the count and
+    // table offsets and stores the FOND back.
+    void compactFOND(ResourceHandle& fond, const std::function<bool(int16_t style)>& remove,
+                     const std::function<void(int16_t id)>& removed);
 
     std::string _kzFile;
     bool _kzReadOnly = true;
