@@ -6,12 +6,12 @@
 
 #include "checksum/CChecksum.h"
 #include "checksum/FondKerning.h"
-#include "common/TempDir.h"
+#include "common/FileIO.h"
+#include "common/TempFolder.h"
 #include "support/ByteWriter.h"
 
 namespace {
 
-using testfiles::TempDir;
 
 TEST(Icrc, EqualsZlibAndContinuesARunningValue)
 {
@@ -28,27 +28,27 @@ TEST(Icrc, EqualsZlibAndContinuesARunningValue)
 
 TEST(CalculateFileChecksum, ADataForkOnlyFileGivesItsCRC)
 {
-    TempDir dir;
+    TempFolder dir;
     const std::string text = "a data fork";
-    testfiles::writeFile(dir.file("font.ttf"), text);
+    testfiles::writeFile((dir / "font.ttf"), text);
     const unsigned long expected = crc32(0, reinterpret_cast<const Bytef*>(text.data()), uInt(text.size()));
 
     unsigned long total = 0x55, dataFork = 0;
-    EXPECT_TRUE(CChecksum::CalculateFileChecksum(dir.file("font.ttf"), &total, &dataFork));
+    EXPECT_TRUE(CChecksum::CalculateFileChecksum((dir / "font.ttf"), &total, &dataFork));
     EXPECT_EQ(total, expected);  // from 0, not from the entry value
     EXPECT_EQ(dataFork, expected);
-    EXPECT_TRUE(CChecksum::CalculateFileChecksum(dir.file("font.ttf"), nullptr, nullptr));
+    EXPECT_TRUE(CChecksum::CalculateFileChecksum((dir / "font.ttf"), nullptr, nullptr));
 }
 
 TEST(CalculateFileChecksum, NothingReadMeansNoChecksum)
 {
-    TempDir dir;
-    testfiles::writeFile(dir.file("empty"), std::string());
+    TempFolder dir;
+    testfiles::writeFile((dir / "empty"), std::string());
     unsigned long total = 0;
-    EXPECT_FALSE(CChecksum::CalculateFileChecksum(dir.file("empty"), &total, nullptr));
+    EXPECT_FALSE(CChecksum::CalculateFileChecksum((dir / "empty"), &total, nullptr));
     EXPECT_EQ(total, 0u);
     total = 9;
-    EXPECT_FALSE(CChecksum::CalculateFileChecksum(dir.file("missing"), &total, nullptr) && total);
+    EXPECT_FALSE(CChecksum::CalculateFileChecksum((dir / "missing"), &total, nullptr) && total);
     EXPECT_EQ(total, 0u);
 }
 

@@ -3,13 +3,13 @@
 #include <filesystem>
 
 #include "common/SfntBuilder.h"
-#include "common/TempDir.h"
+#include "common/FileIO.h"
+#include "common/TempFolder.h"
 #include "fontfiles/SfntDirectory.h"
 #include "fontfiles/TrueTypeCollectionFont.h"
 
 namespace {
 
-using testfiles::TempDir;
 using testfiles::writeFile;
 
 const std::vector<std::vector<testfonts::Table>> kTwoFaces = {
@@ -19,7 +19,7 @@ const std::vector<std::vector<testfonts::Table>> kTwoFaces = {
 
 TEST(TrueTypeCollectionFont, ReadResultsForBadFiles)
 {
-    TempDir dir;
+    TempFolder dir;
     struct Case {
         std::vector<uint8_t> bytes;
         int expected;
@@ -31,20 +31,20 @@ TEST(TrueTypeCollectionFont, ReadResultsForBadFiles)
         {{'t', 't', 'c', 'f', 0, 2, 0, 0, 0, 0, 0, 1, 0}, 0},
     };
     for (const Case& c : cases) {
-        writeFile(dir.file("c.ttc"), c.bytes);
-        TrueTypeCollectionFont font(dir.file("c.ttc"));
+        writeFile((dir / "c.ttc"), c.bytes);
+        TrueTypeCollectionFont font((dir / "c.ttc"));
         EXPECT_EQ(font.ReadIntoMemory(), c.expected) << c.bytes.size();
         EXPECT_EQ(font.faceCount(), c.expected == 0 ? 1u : 0u);
     }
-    TrueTypeCollectionFont missing(dir.file("missing.ttc"));
+    TrueTypeCollectionFont missing((dir / "missing.ttc"));
     EXPECT_EQ(missing.ReadIntoMemory(), 4);
 }
 
 TEST(TrueTypeCollectionFont, RebuildsEachFaceAsAStandaloneFont)
 {
-    TempDir dir;
-    writeFile(dir.file("two.ttc"), testfonts::collection(kTwoFaces));
-    TrueTypeCollectionFont font(dir.file("two.ttc"));
+    TempFolder dir;
+    writeFile((dir / "two.ttc"), testfonts::collection(kTwoFaces));
+    TrueTypeCollectionFont font((dir / "two.ttc"));
     ASSERT_EQ(font.faceCount(), 2u);
 
     std::vector<char> face;
@@ -68,7 +68,7 @@ TEST(TrueTypeCollectionFont, RebuildsEachFaceAsAStandaloneFont)
 
 TEST(TrueTypeCollectionFont, RefusesFacesThatReachOutside)
 {
-    TempDir dir;
+    TempFolder dir;
     auto bytes = testfonts::collection(kTwoFaces);
     ByteWriter patched;
     patched.bytes(ByteView(bytes.data(), bytes.size()));
@@ -77,36 +77,36 @@ TEST(TrueTypeCollectionFont, RefusesFacesThatReachOutside)
     uint32_t face1 = 0;
     patched.view().u32(16, face1);
     patched.putU32(face1 + 12 + 12, uint32_t(bytes.size()));
-    writeFile(dir.file("long.ttc"), patched.data());
-    TrueTypeCollectionFont font(dir.file("long.ttc"));
+    writeFile((dir / "long.ttc"), patched.data());
+    TrueTypeCollectionFont font((dir / "long.ttc"));
     std::vector<char> face;
     EXPECT_EQ(font.GetDataPtrForFace(1, face), 1);
 
     // A table offset past the end.
     patched.putU32(face1 + 12 + 12, 8);
     patched.putU32(face1 + 12 + 8, 0x7FFFFFF0);
-    writeFile(dir.file("far.ttc"), patched.data());
-    TrueTypeCollectionFont far(dir.file("far.ttc"));
+    writeFile((dir / "far.ttc"), patched.data());
+    TrueTypeCollectionFont far((dir / "far.ttc"));
     EXPECT_EQ(far.GetDataPtrForFace(1, face), 5);
     EXPECT_TRUE(face.empty());
 
     // A face offset past the end.
     patched.putU32(16, 0xFFFFFFF0);
-    writeFile(dir.file("face.ttc"), patched.data());
-    TrueTypeCollectionFont beyond(dir.file("face.ttc"));
+    writeFile((dir / "face.ttc"), patched.data());
+    TrueTypeCollectionFont beyond((dir / "face.ttc"));
     EXPECT_EQ(beyond.GetDataPtrForFace(1, face), 5);
 }
 
 TEST(TrueTypeCollectionFont, AHostileFaceCountDoesNotMakeSplittingWalkIt)
 {
-    TempDir dir;
+    TempFolder dir;
     auto bytes = testfonts::collection(kTwoFaces);
     ByteWriter patched;
     patched.bytes(ByteView(bytes.data(), bytes.size()));
     patched.putU32(8, 0xFFFFFFFF);
-    writeFile(dir.file("many.ttc"), patched.data());
+    writeFile((dir / "many.ttc"), patched.data());
     std::vector<std::string> written;
-    EXPECT_NE(TrueTypeCollectionFont::SeparateTTCFonts(dir.file("many.ttc"), dir.path(), written),
+    EXPECT_NE(TrueTypeCollectionFont::SeparateTTCFonts((dir / "many.ttc"), dir.path(), written),
               0);
     // Offsets read from inside the first face may rebuild more faces; the
     // walk still ends where the offset list leaves the file.
@@ -115,18 +115,18 @@ TEST(TrueTypeCollectionFont, AHostileFaceCountDoesNotMakeSplittingWalkIt)
 
 TEST(TrueTypeCollectionFont, SplitNamesFilesByNumberAndSkipsExistingOnes)
 {
-    TempDir dir;
-    writeFile(dir.file("two.ttc"), testfonts::collection(kTwoFaces));
-    writeFile(dir.file("0.ttf"), std::string("taken"));
+    TempFolder dir;
+    writeFile((dir / "two.ttc"), testfonts::collection(kTwoFaces));
+    writeFile((dir / "0.ttf"), std::string("taken"));
     std::vector<std::string> written;
     // A directory with a "/" gets one more, even after a trailing one.
-    EXPECT_EQ(TrueTypeCollectionFont::SeparateTTCFonts(dir.file("two.ttc"), dir.path() + "/",
+    EXPECT_EQ(TrueTypeCollectionFont::SeparateTTCFonts((dir / "two.ttc"), dir.path() + "/",
                                                        written),
               0);
     ASSERT_EQ(written.size(), 2u);
     EXPECT_EQ(written[0], dir.path() + "//1.ttf");
     EXPECT_EQ(written[1], dir.path() + "//2.ttf");
-    EXPECT_EQ(testfiles::readFile(dir.file("0.ttf")).size(), 5u);
+    EXPECT_EQ(testfiles::readFile((dir / "0.ttf")).size(), 5u);
 
     std::string path;
     EXPECT_EQ(TrueTypeCollectionFont::WriteTTF({}, 0, dir.path(), path), 1);

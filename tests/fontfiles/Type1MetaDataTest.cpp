@@ -2,7 +2,8 @@
 
 #include <filesystem>
 
-#include "common/TempDir.h"
+#include "common/FileIO.h"
+#include "common/TempFolder.h"
 #include "fontfiles/Type1MetaData.h"
 
 namespace {
@@ -103,24 +104,24 @@ TEST(WindowsCompanionNames, ShapeRules)
 
 TEST(CollectPSMetaDataFromFile, ResultCodesAndThePrinterFontOverride)
 {
-    testfiles::TempDir dir;
-    testfiles::writeFile(dir.file("a.ps"), std::string("/FontName /FromA def"));
-    testfiles::writeFile(dir.file("b.ps"), std::string("/FontName /FromB def"));
+    TempFolder dir;
+    testfiles::writeFile((dir / "a.ps"), std::string("/FontName /FromA def"));
+    testfiles::writeFile((dir / "b.ps"), std::string("/FontName /FromB def"));
     LxString name, printer;
-    EXPECT_EQ(CollectPSMetaDataFromFile(dir.file("a.ps"), nullptr, nullptr, nullptr, nullptr,
+    EXPECT_EQ(CollectPSMetaDataFromFile((dir / "a.ps"), nullptr, nullptr, nullptr, nullptr,
                                         nullptr, &name, nullptr, nullptr),
               0);
     EXPECT_EQ(name.str(), "FromA");
-    printer = dir.file("b.ps");
-    EXPECT_EQ(CollectPSMetaDataFromFile(dir.file("a.ps"), &printer, nullptr, nullptr, nullptr,
+    printer = (dir / "b.ps");
+    EXPECT_EQ(CollectPSMetaDataFromFile((dir / "a.ps"), &printer, nullptr, nullptr, nullptr,
                                         nullptr, &name, nullptr, nullptr),
               0);
     EXPECT_EQ(name.str(), "FromB");
     printer = "";
-    EXPECT_EQ(CollectPSMetaDataFromFile(dir.file("none.ps"), &printer, nullptr, nullptr, nullptr,
+    EXPECT_EQ(CollectPSMetaDataFromFile((dir / "none.ps"), &printer, nullptr, nullptr, nullptr,
                                         nullptr, &name, nullptr, nullptr),
               6);
-    EXPECT_EQ(printer.str(), dir.file("none.ps"));
+    EXPECT_EQ(printer.str(), (dir / "none.ps"));
     EXPECT_EQ(CollectPSMetaDataFromFile("", nullptr, nullptr, nullptr, nullptr, nullptr, &name,
                                         nullptr, nullptr),
               -1);
