@@ -98,6 +98,8 @@ unsigned long LxFontStyleScan::FindBuiltinMatchesForStyleComponents(std::vector<
         if (!haveSmallest.of(candidate.style) || size < least) least = size;
         haveSmallest.of(candidate.style) = 1;
     }
+    // A kind with no candidate left at its best has smallest size 0, so its
+    // pure candidates go too. Intended.
     for (const SBuiltinStyleMatcher& candidate : kept)
         if (candidate.style.components.size() <= smallest.of(candidate.style))
             styles.push_back(candidate.style);

@@ -1,14 +1,10 @@
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <string>
 #include <thread>
 #include <vector>
 
-#include "support/ResourceDirectory.h"
-#include "support/XCFUtils.h"
 #include "tables/CClassificationMappings.h"
-#include "tables/TableValues.h"
 #include "typeprobe/typeprobe.h"
 
 namespace {
@@ -100,30 +96,6 @@ TEST(GetClassificationFromFamily, NullFamilyOrBufferIsRefused)
     EXPECT_STREQ(buffer, "keep");
 }
 
-// A family of the shipped table, with its class.
-bool shippedMapping(std::string& family, std::string& className)
-{
-    std::string path = ResourceDirectory::FilePath("DefaultClassifications.plist");
-    PlistHolder table(XCFUtils::XCFCreateCFPropertyListFromPath(path.c_str(), 0));
-    plist_t mappings = table ? plist_dict_get_item(table.get(), "Mappings") : nullptr;
-    if (!mappings || plist_get_node_type(mappings) != PLIST_DICT) return false;
-    plist_dict_iter iterator = nullptr;
-    plist_dict_new_iter(mappings, &iterator);
-    char* key = nullptr;
-    plist_t value = nullptr;
-    bool found = false;
-    while (!found) {
-        plist_dict_next_item(mappings, iterator, &key, &value);
-        if (!key) break;
-        found = TableString(value, className) && className != "None";
-        if (found) family = key;
-        free(key);
-        key = nullptr;
-    }
-    free(iterator);
-    return found;
-}
-
 TEST(GetClassificationFromFamily, TheAlternateIsAskedOnlyWhenTheFamilyIsUnknown)
 {
     char buffer[256];
@@ -138,12 +110,13 @@ TEST(GetClassificationFromFamily, TheAlternateIsAskedOnlyWhenTheFamilyIsUnknown)
     ASSERT_EQ(TP_GetClassificationFromFamily("No Such Family 1", "No Such Family 2", buffer, sizeof buffer),
               0u);
     EXPECT_STREQ(buffer, "--");
-    std::string family, className;
-    ASSERT_TRUE(shippedMapping(family, className));
-    ASSERT_EQ(TP_GetClassificationFromFamily("No Such Family", family.c_str(), buffer, sizeof buffer), 0u);
-    EXPECT_EQ(className, buffer);
-    ASSERT_EQ(TP_GetClassificationFromFamily(family.c_str(), "No Such Family", buffer, sizeof buffer), 0u);
-    EXPECT_EQ(className, buffer);
+    std::string times =
+        CClassificationMappings::GetSharedClassificationMappings()->GetClassNameFromFontFamily("Times").str();
+    ASSERT_NE(times, "--");
+    ASSERT_EQ(TP_GetClassificationFromFamily("No Such Family", "TIMES", buffer, sizeof buffer), 0u);
+    EXPECT_EQ(times, buffer);
+    ASSERT_EQ(TP_GetClassificationFromFamily("Times", "No Such Family", buffer, sizeof buffer), 0u);
+    EXPECT_EQ(times, buffer);
 }
 
 }  // namespace
