@@ -60,6 +60,14 @@ enum {
 /* Every defined attribute bit. */
 #define kTP_AllAttributes 0xFF03FUL
 
+/* Identifies every face of the font file at `path` (UTF-8), computing the
+ * attributes of `attributeMask` (kTP_Attr bits; kTP_AllAttributes for all).
+ * On success (0) *result receives a new array that the caller releases with
+ * TP_SpecifierFree. 1 when an argument is null or no face could be
+ * identified; *result is then left untouched. `reserved` is not used. */
+TP_API unsigned long TP_CreateSpecifier(const char* path, unsigned long reserved,
+                                        unsigned long attributeMask, TP_FontArray** result);
+
 /* Stores the library's version (1.2) when both pointers are non-null. */
 TP_API void TP_GetTypeprobeVersion(unsigned long* major, unsigned long* minor);
 

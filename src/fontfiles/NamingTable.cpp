@@ -185,7 +185,7 @@ void AssignConditionally(LxString* target, const LxString& value, bool force)
     if (target && (target->empty() || force)) *target = value;
 }
 
-int getMetaDataFromNamesTable(ByteView font, void*, const void*, short, LxString* foundry,
+int getMetaDataFromNamesTable(ByteView font, const void*, const void*, short, LxString* foundry,
                               LxString* family, LxString* version, LxString* postScriptName,
                               LxString* displayName, LxString* fullName)
 {
@@ -201,7 +201,7 @@ int getMetaDataFromNamesTable(ByteView font, void*, const void*, short, LxString
     return 1;
 }
 
-int getPostScriptNameFromNamesTable(ByteView font, void* resourceFile, const void* fondHandle,
+int getPostScriptNameFromNamesTable(ByteView font, const void* resourceFile, const void* fondHandle,
                                     short style, std::string& name)
 {
     LxString postScriptName;

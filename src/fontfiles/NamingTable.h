@@ -14,11 +14,11 @@ void AssignConditionally(LxString* target, const LxString& value, bool force);
 // and style identify the face of a resource-fork font; the names come from
 // the sfnt bytes alone. Returns 1 when at least one name record was
 // visited, 0 when the table is missing, invalid or empty.
-int getMetaDataFromNamesTable(ByteView font, void* resourceFile, const void* fondHandle,
+int getMetaDataFromNamesTable(ByteView font, const void* resourceFile, const void* fondHandle,
                               short style, LxString* foundry, LxString* family,
                               LxString* version, LxString* postScriptName,
                               LxString* displayName, LxString* fullName);
 
 // The same reading with only the PostScript name wanted.
-int getPostScriptNameFromNamesTable(ByteView font, void* resourceFile, const void* fondHandle,
+int getPostScriptNameFromNamesTable(ByteView font, const void* resourceFile, const void* fondHandle,
                                     short style, std::string& name);

@@ -51,3 +51,12 @@ bool GetWindowsMMMFontNameFromPrinterFontName(const LxString& name, LxString* mm
 
 // Whether the foundry table knows a foundry named in `text`.
 bool KnownFoundryNamedIn(std::string_view text);
+
+class TypeprobeResourceFile;
+struct ResourceHandle;
+
+// The resource-fork reader first; when it reads nothing, the file's text.
+int CollectPSMetaData(const TypeprobeResourceFile* file, const LxString& path,
+                      const ResourceHandle* fond, int16_t style, LxString* printerFontName,
+                      LxString* kind, LxString* foundry, LxString* family, LxString* version,
+                      LxString* postScriptName, LxString* displayName, LxString* fullName);

@@ -96,9 +96,11 @@ void LxFileSpecification::Internal_SetTypeAndCreatorFromFile()
     } catch (const std::exception&) {
         return;  // any failure keeps the defaults
     }
-    if (!info.exists || !info.hasFinderInfo) return;
-    fileType_ = info.fileType;
-    fileCreator_ = info.fileCreator;
+    if (!info.exists) return;
+    // An existing file without Finder info has zero codes, as the Finder
+    // reports them; the defaults stand only for files that cannot be read.
+    fileType_ = info.hasFinderInfo ? info.fileType : 0;
+    fileCreator_ = info.hasFinderInfo ? info.fileCreator : 0;
     typeAndCreatorUnknown_ = false;
 }
 

@@ -100,7 +100,11 @@ void changeMode(const std::string& path, bool readOnly)
 bool LxFileSystem::IsValidFile(const LxFileSpecification& file)
 {
     try {
-        return hasMode(PathOf(file), S_IFREG);
+        const std::string path = PathOf(file);
+        if (hasMode(path, S_IFREG)) return true;
+        // A logical Mac file kept only in a container (NAME.bin) is valid too.
+        struct stat status;
+        return !path.empty() && stat(path.c_str(), &status) != 0 && MacForks::Describe(path).exists;
     } catch (const OSErrException&) {
         return false;
     }

@@ -89,17 +89,24 @@ TEST(LxFileSpecification, GetNameAndItsMessages)
               "Error in LxFileSpecification::GetName:-36");
 }
 
-TEST(LxFileSpecification, UnknownTypeAndCreatorAreTheDefaults)
+TEST(LxFileSpecification, TypeAndCreatorOfPlainAndMissingFiles)
 {
     TempFolder temp;
-    LxFileSpecification spec(L(temp.file("plain.ttf", "abc")));
-    unsigned long type = 0, creator = 0;
-    spec.MacGetTypeAndCreator(type, creator);
+    // A file that exists but carries no Finder info has zero codes.
+    LxFileSpecification plain(L(temp.file("plain.ttf", "abc")));
+    unsigned long type = 1, creator = 1;
+    plain.MacGetTypeAndCreator(type, creator);
+    EXPECT_EQ(type, 0u);
+    EXPECT_EQ(creator, 0u);
+    EXPECT_FALSE(plain.IsTypeAndCreatorUnknown());
+    // The defaults stand for what cannot be read.
+    LxFileSpecification missing(L(temp / "missing.ttf"));
+    missing.MacGetTypeAndCreator(type, creator);
     EXPECT_EQ(type, LxFileSystem::kDefaultFileType);
     EXPECT_EQ(creator, LxFileSystem::kDefaultCreatorType);
-    EXPECT_TRUE(spec.IsTypeAndCreatorUnknown());
-    spec.MacSetTypeAndCreator(0x46464C49, 0x444D4F56);
-    spec.MacGetTypeAndCreator(type, creator);
+    EXPECT_TRUE(missing.IsTypeAndCreatorUnknown());
+    missing.MacSetTypeAndCreator(0x46464C49, 0x444D4F56);
+    missing.MacGetTypeAndCreator(type, creator);
     EXPECT_EQ(type, 0x46464C49u);
 }
 

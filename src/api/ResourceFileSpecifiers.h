@@ -1,0 +1,7 @@
+// The faces of every file that is not a TrueType collection: one per style
+// of each font family resource, or one for a file without any.
+#pragma once
+
+#include "api/FontArray.h"
+
+void AppendResourceFileFaces(const char* path, unsigned long attributeMask, TP_FontArray& array);

@@ -1,0 +1,66 @@
+#include "fontfiles/CollectMetaData.h"
+
+#include "fontfiles/NamingTable.h"
+#include "fontfiles/SfntPlatform.h"
+#include "fontfiles/TFontData.h"
+#include "fontfiles/Type1MetaData.h"
+
+namespace {
+
+// Data-fork fonts only: a resource-fork face stays "mac".
+int readSfnt(TFontData& font, const ResourceHandle* fond, int16_t style, LxString& localKind,
+             LxString* platform, LxString* foundry, LxString* family, LxString* version,
+             LxString* postScriptName, LxString* displayName, LxString* fullName,
+             uint32_t* kerningChecksum)
+{
+    loadFontDataIntoMemory(font, fond, style);
+    if (font.data.empty()) return 3;
+    if (font.fontType == kFontTypeOpenTypeTT) localKind = kKindOpenTypeTT;
+    int result = getMetaDataFromNamesTable(font.data, font.resourceFile,
+                                           fond, style, foundry, family, version, postScriptName,
+                                           displayName, fullName)
+                     ? 0
+                     : 3;
+    if (platform && !font.isResourceFont && result == 0 && !GetPlatformTTF(font.data, platform))
+        result = -1;
+    if (kerningChecksum) GetTrueTypeKerningTableChecksum(font.data, kerningChecksum);
+    return result;
+}
+
+void trimTrailingSpaces(LxString& text)
+{
+    std::string& bytes = text.str();
+    bytes.erase(bytes.find_last_not_of(' ') + 1);
+}
+
+}  // namespace
+
+int CollectMetaData(const TypeprobeResourceFile* resourceFile, const LxString& path,
+                    const ResourceHandle* fond, int16_t style, LxString* printerFontName,
+                    LxString* kind, LxString* platform, LxString* foundry, LxString* family,
+                    LxString* version, LxString* postScriptName, LxString* displayName,
+                    LxString* fullName, uint32_t* kerningChecksum)
+{
+    TFontData font;
+    initializeAndConstructFontInfo(font, resourceFile, path);
+    LxString localKind;
+    getMetaData_FontType(font, fond, style, &localKind);
+    if (platform) *platform = "mac";
+    int result = 0;
+    bool readAsSfnt = true;
+    if (font.fontType == kFontTypePostScript) {
+        result = CollectPSMetaData(resourceFile, path, fond, style, printerFontName, &localKind,
+                                   foundry, family, version, postScriptName, displayName,
+                                   fullName);
+        readAsSfnt = result != 0 && result != 6;
+        // Not Type 1 after all: try the file as an sfnt.
+        if (readAsSfnt) font.fontType = kFontTypeTrueType;
+    }
+    if (readAsSfnt)
+        result = readSfnt(font, fond, style, localKind, platform, foundry, family, version,
+                          postScriptName, displayName, fullName, kerningChecksum);
+    if (family) trimTrailingSpaces(*family);
+    if (kind) *kind = localKind;
+    freeFontInfo(font);
+    return result;
+}

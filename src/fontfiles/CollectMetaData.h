@@ -1,0 +1,21 @@
+// Identifies one face of a font file from end to end: kind, names from the
+// naming table or from Type 1 text, platform and kerning checksum.
+#pragma once
+
+#include <cstdint>
+
+#include "resourcefork/ResourceHandle.h"
+#include "support/LxString.h"
+
+class TypeprobeResourceFile;
+
+// Every output may be null (not wanted). `printerFontName` is handed to the
+// PostScript reader only, which may read it as the file to read and sets it
+// to the file it read. Returns 0 on success, 3 when there are no usable sfnt
+// data or name records, -1 when the platform could not be computed, else the
+// PostScript reader's code (6 also counts as success).
+int CollectMetaData(const TypeprobeResourceFile* resourceFile, const LxString& path,
+                    const ResourceHandle* fond, int16_t style, LxString* printerFontName,
+                    LxString* kind, LxString* platform, LxString* foundry, LxString* family,
+                    LxString* version, LxString* postScriptName, LxString* displayName,
+                    LxString* fullName, uint32_t* kerningChecksum);

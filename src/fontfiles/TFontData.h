@@ -1,0 +1,60 @@
+// The working record of one font file during analysis: where its data fork
+// is, what kind it is, and its sfnt bytes once loaded (from the data fork or
+// from an sfnt resource).
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "fontfiles/FontKind.h"
+#include "resourcefork/ResourceHandle.h"
+#include "support/ByteView.h"
+#include "support/LxString.h"
+#include "support/MacForks.h"
+
+class TypeprobeResourceFile;
+
+struct TFontData {
+    char path[1024] = {};
+    LxString pathString;
+    // The data fork, when it could be opened; `file` says whether it is.
+    MacFile dataFile;
+    bool file = false;
+    short extensionKind = kExtensionUnknown;
+    short fontType = kFontTypeUnknown;
+    // The whole sfnt: the detached sfnt resource or the data fork's bytes.
+    ByteView data;
+    uint32_t dataSize = 0;
+    bool isResourceFont = false;
+    ResourceHandlePtr sfntHandle;
+    bool ownsData = false;
+    std::vector<uint8_t> ownedData;
+    const TypeprobeResourceFile* resourceFile = nullptr;
+
+    // The first bytes of the data fork, read once and kept.
+    ByteView dataForkPrefix(size_t length);
+    std::vector<uint8_t> prefix;
+};
+
+void initializeAndConstructFontInfo(TFontData& font, const TypeprobeResourceFile* resourceFile,
+                                    const LxString& path);
+void freeFontInfo(TFontData& font);
+
+// Loads the sfnt bytes for TrueType and OpenType kinds; nothing for the
+// others. Success shows in font.data.
+int loadFontDataIntoMemory(TFontData& font, const ResourceHandle* fond, int16_t style);
+int loadTTFontData(TFontData& font, const ResourceHandle* fond, int16_t style);
+
+// Magic numbers at the start of the data fork; false for a file whose
+// resource fork holds font families, or whose data fork is not open.
+bool has_otf_OTTO_Flag(TFontData& font);
+bool has_ttc_ttcf_Flag(TFontData& font);
+bool has_otf_TrueType_Flag(TFontData& font);
+// A Type 1 file: a length word at byte 2 equal to the file's length and
+// "copyright" near the start; or a "typ1" sfnt resource.
+bool hasValidPSHeader(TFontData& font);
+
+// Sets fontType (and extensionKind when the extension is consulted) and the
+// kind name, when one is found.
+void getMetaData_FontType(TFontData& font, const ResourceHandle* fond, int16_t style,
+                          LxString* kind);

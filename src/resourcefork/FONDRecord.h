@@ -1,0 +1,61 @@
+// The font family record (FOND resource), big-endian: the fields the
+// library reads or edits, by offset, and bounds-checked readers for its
+// association table. Every reader wants 54 bytes (52 for the header-only
+// tests) and skips an association entry that does not lie wholly inside.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+#include "support/ByteView.h"
+
+namespace FOND {
+
+inline constexpr size_t kFamilyID = 2;
+inline constexpr size_t kWidthTableOffset = 16;
+inline constexpr size_t kKerningTableOffset = 20;
+inline constexpr size_t kStyleMappingOffset = 24;
+inline constexpr size_t kInternational2 = 48;
+inline constexpr size_t kHeaderSize = 52;
+inline constexpr size_t kEntryCountMinusOne = 52;
+inline constexpr size_t kEntries = 54;
+inline constexpr size_t kEntrySize = 6;
+
+// The style-mapping table, from its start.
+inline constexpr size_t kNameCodeIndex = 10;  // 48 signed bytes, one per style index
+inline constexpr size_t kNameCodeCount = 48;
+inline constexpr size_t kStringCount = 58;
+inline constexpr size_t kStrings = 60;
+
+// Double-byte families have IDs in this range.
+inline constexpr int kDoubleByteFirstID = 0x4000;
+inline constexpr int kDoubleByteLastID = 0x41FF;
+
+struct AssociationEntry {
+    uint16_t size = 0;  // 0: an outline (sfnt); else a bitmap strike in points
+    int16_t style = 0;  // QuickDraw style bits
+    int16_t id = 0;     // of the NFNT, FONT or sfnt
+};
+
+// The entry count from the header (count minus one, plus one; may be 0 or
+// less for a hostile record); 0 for a record shorter than 54 bytes.
+int EntryCount(ByteView fond);
+
+// Byte offset of entry `index` in the record.
+constexpr size_t EntryOffset(size_t index)
+{
+    return kEntries + index * kEntrySize;
+}
+
+// Entry `index` when it lies wholly inside the record.
+std::optional<AssociationEntry> EntryAt(ByteView fond, size_t index);
+
+// The entries that lie wholly inside the record, in table order.
+std::vector<AssociationEntry> Entries(ByteView fond);
+
+// The style-mapping table's offset; 0 for a record shorter than 52 bytes.
+uint32_t StyleMappingOffset(ByteView fond);
+
+}  // namespace FOND

@@ -1,0 +1,106 @@
+#include "resourcefork/FileBytes.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+
+namespace {
+
+class FileDescriptor {
+public:
+    explicit FileDescriptor(int fd) : fd_(fd) {}
+    ~FileDescriptor()
+    {
+        if (fd_ >= 0) ::close(fd_);
+    }
+    FileDescriptor(const FileDescriptor&) = delete;
+    FileDescriptor& operator=(const FileDescriptor&) = delete;
+    int get() const { return fd_; }
+    bool valid() const { return fd_ >= 0; }
+
+private:
+    int fd_;
+};
+
+bool regularSize(int fd, uint64_t& size)
+{
+    struct stat status;
+    if (fstat(fd, &status) != 0 || !S_ISREG(status.st_mode)) return false;
+    size = uint64_t(status.st_size);
+    return true;
+}
+
+bool readFully(int fd, uint64_t offset, uint8_t* out, size_t length)
+{
+    size_t done = 0;
+    while (done < length) {
+        ssize_t got = ::pread(fd, out + done, length - done, off_t(offset + done));
+        if (got < 0 && errno == EINTR) continue;
+        if (got <= 0) return false;
+        done += size_t(got);
+    }
+    return true;
+}
+
+bool writeFully(int fd, ByteView bytes)
+{
+    size_t done = 0;
+    while (done < bytes.size()) {
+        auto rest = bytes.tail(done);
+        ssize_t put = ::write(fd, rest.data(), rest.size());
+        if (put < 0 && errno == EINTR) continue;
+        if (put <= 0) return false;
+        done += size_t(put);
+    }
+    return true;
+}
+
+}  // namespace
+
+namespace FileBytes {
+
+std::optional<uint64_t> RegularFileSize(const std::string& path)
+{
+    struct stat status;
+    if (::stat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
+    return uint64_t(status.st_size);
+}
+
+bool ReadRange(const std::string& path, uint64_t offset, uint64_t length,
+               std::vector<uint8_t>& out)
+{
+    FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    uint64_t size = 0;
+    if (!file.valid() || !regularSize(file.get(), size)) return false;
+    if (offset > size || length > size - offset) return false;
+    std::vector<uint8_t> bytes(static_cast<size_t>(length));
+    if (!readFully(file.get(), offset, bytes.data(), bytes.size())) return false;
+    out = std::move(bytes);
+    return true;
+}
+
+bool ReadPrefix(const std::string& path, uint64_t length, std::vector<uint8_t>& out)
+{
+    auto size = RegularFileSize(path);
+    if (!size) return false;
+    return ReadRange(path, 0, std::min(*size, length), out);
+}
+
+bool ReadAll(const std::string& path, std::vector<uint8_t>& out)
+{
+    auto size = RegularFileSize(path);
+    return size && ReadRange(path, 0, *size, out);
+}
+
+bool Rewrite(const std::string& path, ByteView bytes)
+{
+    FileDescriptor file(::open(path.c_str(), O_WRONLY | O_CLOEXEC));
+    uint64_t size = 0;
+    return file.valid() && regularSize(file.get(), size) && ::ftruncate(file.get(), 0) == 0 &&
+           writeFully(file.get(), bytes);
+}
+
+}  // namespace FileBytes

@@ -1,0 +1,182 @@
+#include "resourcefork/TypeprobeResourceFile.h"
+
+#include <algorithm>
+
+#include "resourcefork/ResourceMapWriter.h"
+
+namespace {
+
+constexpr uint64_t kResourceHeaderSize = 16;
+
+// The header alone tells whether a fork can hold a resource map, so that a
+// large font's data fork is not read whole only to be refused.
+bool headerFits(const ForkLocation& fork)
+{
+    std::vector<uint8_t> bytes;
+    if (!MacForks::ReadForkPrefix(fork, kResourceHeaderSize, bytes)) return false;
+    ByteView header(bytes);
+    uint32_t dataOffset = 0, mapOffset = 0, dataLength = 0, mapLength = 0;
+    return header.u32(0, dataOffset) && header.u32(4, mapOffset) && header.u32(8, dataLength) &&
+           header.u32(12, mapLength) && uint64_t(dataOffset) + dataLength <= fork.length &&
+           uint64_t(mapOffset) + mapLength <= fork.length;
+}
+
+}  // namespace
+
+TypeprobeResourceFile::TypeprobeResourceFile(std::string path, bool readOnly)
+    : _kzFile(std::move(path)), _kzReadOnly(readOnly)
+{
+}
+
+TypeprobeResourceFile::~TypeprobeResourceFile()
+{
+    updateResFile();
+}
+
+std::unique_ptr<TypeprobeResourceFile> TypeprobeResourceFile::initWithFile(const std::string& path,
+                                                                           bool readOnly)
+{
+    std::unique_ptr<TypeprobeResourceFile> file(new TypeprobeResourceFile(path, readOnly));
+    if (!file->openFileForResourceAccess()) return nullptr;
+    return file;
+}
+
+bool TypeprobeResourceFile::openFileForResourceAccess()
+{
+    macFile_ = MacForks::Resolve(_kzFile);
+    if (!macFile_.exists) return false;
+    if (openMap(macFile_.resourceFork)) return true;
+    // Set even when the data fork holds no map either (intended: it records
+    // that the data fork was tried).
+    _kzIsDataFork = true;
+    return openMap(macFile_.dataFork);
+}
+
+bool TypeprobeResourceFile::openMap(const ForkLocation& fork)
+{
+    std::vector<uint8_t> bytes;
+    if (!headerFits(fork) || !MacForks::ReadFork(fork, bytes)) return false;
+    auto map = ResourceMap::Parse(std::move(bytes));
+    if (!map) return false;
+    map_ = std::move(*map);
+    return true;
+}
+
+ResourceHandlePtr TypeprobeResourceFile::makeHandle(const ResourceRecord* record) const
+{
+    if (!record) return nullptr;
+    auto handle = std::make_unique<ResourceHandle>();
+    handle->type = record->type;
+    handle->id = record->id;
+    handle->hasName = record->hasName;
+    handle->name = record->name;
+    handle->data.assign(record->data.span().begin(), record->data.span().end());
+    handle->key = record->key;
+    return handle;
+}
+
+int32_t TypeprobeResourceFile::countResType(uint32_t type) const
+{
+    return int32_t(map_.count(type));
+}
+
+int32_t TypeprobeResourceFile::count1ResTypes() const
+{
+    return int32_t(map_.types().size());
+}
+
+std::vector<int16_t> TypeprobeResourceFile::getSortedResIDsForType(uint32_t type) const
+{
+    std::vector<int16_t> ids;
+    for (const ResourceRecord& record : map_.records())
+        if (record.type == type && std::find(ids.begin(), ids.end(), record.id) == ids.end())
+            ids.push_back(record.id);
+    std::sort(ids.begin(), ids.end());
+    return ids;
+}
+
+ResourceHandlePtr TypeprobeResourceFile::getResourceHandleForType(uint32_t type,
+                                                                  int16_t resID) const
+{
+    return makeHandle(map_.find(type, resID));
+}
+
+void TypeprobeResourceFile::getResourceTypeViaGet1IndType(uint32_t* type, int16_t resIndex) const
+{
+    if (!type) return;
+    std::vector<uint32_t> types = map_.types();
+    *type = resIndex >= 1 && size_t(resIndex) <= types.size() ? types[size_t(resIndex) - 1] : 0;
+}
+
+ResourceHandlePtr TypeprobeResourceFile::getResourceHandleViaGet1IndResource(uint32_t type,
+                                                                             int16_t resIndex) const
+{
+    if (resIndex < 1) return nullptr;
+    return makeHandle(map_.indexed(type, size_t(resIndex) - 1));
+}
+
+bool TypeprobeResourceFile::GetResInfo(const ResourceHandle* handle, int16_t* id, uint32_t* type,
+                                       std::string* name)
+{
+    if (!handle) return false;
+    if (id) *id = handle->id;
+    if (type) *type = handle->type;
+    if (name) *name = handle->name.substr(0, 255);
+    return true;
+}
+
+bool TypeprobeResourceFile::purgeResource(uint32_t type, int16_t resID)
+{
+    const ResourceRecord* record = map_.find(type, resID);
+    if (!editable() || !record) return false;
+    map_.remove(record->key);
+    changed_ = true;
+    return true;
+}
+
+bool TypeprobeResourceFile::purgeAllBut(const std::vector<int16_t>& keepIDs, uint32_t type)
+{
+    if (!editable()) return false;
+    std::vector<int16_t> pending = keepIDs;
+    std::vector<uint32_t> doomed;
+    for (const ResourceRecord& record : map_.records()) {
+        if (record.type != type) continue;
+        auto kept = std::find(pending.begin(), pending.end(), record.id);
+        if (kept != pending.end())
+            pending.erase(kept);
+        else
+            doomed.push_back(record.key);
+    }
+    for (uint32_t key : doomed) map_.remove(key);
+    changed_ = changed_ || !doomed.empty();
+    return !doomed.empty();
+}
+
+bool TypeprobeResourceFile::changedResource(const ResourceHandle& handle)
+{
+    if (!editable() || !map_.setData(handle.key, handle.data)) return false;
+    changed_ = true;
+    return true;
+}
+
+bool TypeprobeResourceFile::setResInfo(const ResourceHandle& handle, int16_t id,
+                                       const std::string& name)
+{
+    if (!editable() || !map_.setInfo(handle.key, id, name)) return false;
+    changed_ = true;
+    return true;
+}
+
+bool TypeprobeResourceFile::updateResFile()
+{
+    if (!changed_) return true;
+    if (!editable()) return false;
+    auto bytes = ResourceMapWriter::Write(map_);
+    if (!bytes) return false;
+    const bool written = _kzIsDataFork ? MacForks::WriteDataFork(macFile_, ByteView(*bytes))
+                                       : MacForks::WriteResourceFork(macFile_, ByteView(*bytes));
+    if (!written) return false;
+    changed_ = false;
+    macFile_ = MacForks::Resolve(_kzFile);
+    return true;
+}

@@ -1,0 +1,403 @@
+// Test helpers for Mac files on Linux: the corpus, temporary folders, byte
+// builders for resource files and fork containers, extended attributes, and
+// fontTools as an outside reader of resource maps. Header-only, so that the
+// support tests can use it too.
+#pragma once
+
+#include <gtest/gtest.h>
+#include <sys/xattr.h>
+#include <unistd.h>
+#include <zlib.h>
+
+#include <array>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <optional>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "resourcefork/ResourceMap.h"
+#include "support/ByteView.h"
+#include "support/ByteWriter.h"
+
+namespace macfixtures {
+
+namespace fs = std::filesystem;
+using Bytes = std::vector<uint8_t>;
+
+inline std::string CorpusPath(const std::string& relative)
+{
+    return std::string(TYPEPROBE_TEST_DATA_DIR) + "/mac/" + relative;
+}
+
+inline Bytes ReadFile(const std::string& path)
+{
+    std::ifstream in(path, std::ios::binary);
+    return Bytes(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+}
+
+inline void WriteFile(const std::string& path, const Bytes& bytes)
+{
+    fs::create_directories(fs::path(path).parent_path());
+    std::ofstream out(path, std::ios::binary | std::ios::trunc);
+    out.write(reinterpret_cast<const char*>(bytes.data()), std::streamsize(bytes.size()));
+}
+
+inline Bytes Slice(const Bytes& bytes, size_t offset, size_t length)
+{
+    return Bytes(bytes.begin() + std::ptrdiff_t(offset),
+                 bytes.begin() + std::ptrdiff_t(offset + length));
+}
+
+inline uint32_t Crc32(const Bytes& bytes)
+{
+    return uint32_t(crc32(0, bytes.data(), uInt(bytes.size())));
+}
+
+// A fresh folder, removed with everything in it at the end of the test.
+class TempDir {
+public:
+    explicit TempDir(const std::string& base = "")
+    {
+        std::string root = base;
+        if (root.empty()) {
+            const char* env = std::getenv("TMPDIR");
+            root = env && *env ? env : "/tmp";
+        }
+        std::string pattern = root + "/typeprobe-mac-XXXXXX";
+        std::vector<char> buffer(pattern.begin(), pattern.end());
+        buffer.push_back('\0');
+        if (::mkdtemp(buffer.data())) path_ = buffer.data();
+    }
+    ~TempDir()
+    {
+        std::error_code ignored;
+        if (!path_.empty()) fs::remove_all(path_, ignored);
+    }
+    TempDir(const TempDir&) = delete;
+    TempDir& operator=(const TempDir&) = delete;
+
+    bool valid() const { return !path_.empty(); }
+    const std::string& path() const { return path_; }
+    std::string operator/(const std::string& relative) const { return path_ + "/" + relative; }
+
+private:
+    std::string path_;
+};
+
+// ------------------------------------------------------- a Mac file's parts ---
+
+struct MacParts {
+    std::string name;
+    uint32_t type = 0;
+    uint32_t creator = 0;
+    Bytes data;
+    Bytes resource;
+
+    Bytes finderInfo() const  // the 32-byte FInfo + FXInfo
+    {
+        ByteWriter w;
+        w.u32(type).u32(creator).zeros(24);
+        return w.take();
+    }
+};
+
+inline uint64_t Padded128(uint64_t length)
+{
+    return (length + 127) / 128 * 128;
+}
+
+// The forks of a MacBinary file, found by the format's arithmetic alone.
+inline MacParts PartsOfMacBinary(const Bytes& file)
+{
+    ByteView v(file);
+    MacParts parts;
+    uint8_t nameLength = 0;
+    uint32_t dataLength = 0, resourceLength = 0;
+    uint16_t secondary = 0;
+    v.u8(1, nameLength);
+    v.tag(65, parts.type);
+    v.tag(69, parts.creator);
+    v.u32(83, dataLength);
+    v.u32(87, resourceLength);
+    v.u16(120, secondary);
+    parts.name = std::string(v.chars(2, nameLength));
+    const size_t dataOffset = 128 + Padded128(secondary);
+    parts.data = Slice(file, dataOffset, dataLength);
+    parts.resource = Slice(file, dataOffset + Padded128(dataLength), resourceLength);
+    return parts;
+}
+
+// CRC-16/XMODEM, written independently of the library's.
+inline uint16_t XmodemCrc(const uint8_t* bytes, size_t length)
+{
+    uint32_t crc = 0;
+    for (size_t i = 0; i < length; ++i) {
+        crc ^= uint32_t(bytes[i]) << 8;
+        for (int bit = 0; bit < 8; ++bit) crc = (crc & 0x8000) ? ((crc << 1) ^ 0x1021) : (crc << 1);
+    }
+    return uint16_t(crc);
+}
+
+// MacBinary of the given version: 1 (no CRC), 2 (CRC) or 3 (CRC and "mBIN").
+inline Bytes MacBinaryFile(const MacParts& parts, int version)
+{
+    ByteWriter w;
+    w.u8(0).pascal(parts.name).zeros(63 - parts.name.size());  // bytes 1..64
+    w.u32(parts.type).u32(parts.creator);                       // 65..72
+    w.u8(0).u8(0);                                              // Finder flags, zero byte 74
+    w.u16(0).u16(0).u16(0).u8(0);                               // position, folder, protected
+    w.u8(0);                                                    // zero byte 82
+    w.u32(uint32_t(parts.data.size())).u32(uint32_t(parts.resource.size()));  // 83, 87
+    w.u32(0).u32(0);                                            // dates, 91..98
+    w.zeros(128 - w.size());
+    Bytes head = w.take();
+    if (version == 3) {
+        const char signature[] = "mBIN";
+        std::copy(signature, signature + 4, head.begin() + 102);
+    }
+    if (version >= 2) {
+        head[122] = version == 3 ? 130 : 129;
+        head[123] = 129;
+        const uint16_t crc = XmodemCrc(head.data(), 124);
+        head[124] = uint8_t(crc >> 8);
+        head[125] = uint8_t(crc);
+    }
+    w = ByteWriter();
+    w.bytes(ByteView(head));
+    w.bytes(ByteView(parts.data)).pad(128).bytes(ByteView(parts.resource)).pad(128);
+    return w.take();
+}
+
+struct Entry {
+    uint32_t id;
+    Bytes bytes;
+};
+
+// An AppleSingle or AppleDouble file with the entries laid out in order.
+inline Bytes AppleContainer(uint32_t magic, const std::string& filler,
+                            const std::vector<Entry>& entries)
+{
+    ByteWriter w;
+    w.u32(magic).u32(0x00020000).bytes(filler.substr(0, 16)).zeros(16 - std::min<size_t>(16, filler.size()));
+    w.u16(uint16_t(entries.size()));
+    uint32_t offset = uint32_t(26 + 12 * entries.size());
+    for (const Entry& e : entries) {
+        w.u32(e.id).u32(offset).u32(uint32_t(e.bytes.size()));
+        offset += uint32_t(e.bytes.size());
+    }
+    for (const Entry& e : entries) w.bytes(ByteView(e.bytes));
+    return w.take();
+}
+
+inline Bytes AppleSingleFile(const MacParts& parts)
+{
+    return AppleContainer(0x00051600, "",
+                          {{3, Bytes(parts.name.begin(), parts.name.end())},
+                           {9, parts.finderInfo()},
+                           {1, parts.data},
+                           {2, parts.resource}});
+}
+
+// A sidecar as netatalk and older tools write it.
+inline Bytes PlainAppleDouble(const MacParts& parts)
+{
+    return AppleContainer(0x00051607, "", {{9, parts.finderInfo()}, {2, parts.resource}});
+}
+
+// A `._` file as macOS writes it: "Mac OS X" filler, and a 3760-byte Finder
+// info entry whose first 32 bytes are the Finder info and whose rest holds
+// the file's extended attributes (an "ATTR" block with absolute offsets).
+inline Bytes MacOSXDotUnderscore(const MacParts& parts)
+{
+    constexpr uint32_t kFinderInfoLength = 3760;
+    constexpr uint32_t kEntryStart = 50;
+    const std::string name = "com.apple.quarantine";
+    const std::string value = "0081;00000000;Safari;";
+    ByteWriter info;
+    info.bytes(ByteView(parts.finderInfo())).u16(0);  // 32 bytes, 2 of padding
+    const uint32_t attrStart = kEntryStart + 34;
+    const uint32_t dataStart = attrStart + 36 + 12 + uint32_t(name.size()) + 1 + 3;
+    info.tag("ATTR").u32(0).u32(kEntryStart + kFinderInfoLength).u32(dataStart)
+        .u32(uint32_t(value.size())).zeros(12).u16(0).u16(1);
+    info.u32(dataStart).u32(uint32_t(value.size())).u16(0).u8(uint8_t(name.size() + 1))
+        .bytes(name).u8(0);
+    info.pad(4).bytes(value).zeros(kFinderInfoLength - info.size() - value.size());
+    Bytes finder = info.take();
+    finder.resize(kFinderInfoLength);
+    return AppleContainer(0x00051607, "Mac OS X        ", {{9, finder}, {2, parts.resource}});
+}
+
+// netatalk's metadata attribute: an AppleDouble header with Finder info and
+// netatalk's own entries, no resource fork.
+inline Bytes NetatalkMetadata(const MacParts& parts)
+{
+    return AppleContainer(0x00051607, "Netatalk        ",
+                          {{9, parts.finderInfo()}, {8, Bytes(16, 0)}, {0x80444556, Bytes(8, 0)}});
+}
+
+// ------------------------------------------------------ resource files ---
+
+struct TestResource {
+    std::string type;  // four characters
+    int16_t id = 0;
+    std::optional<std::string> name;
+    Bytes data;
+    uint8_t attributes = 0;
+};
+
+// A resource file written by the test itself, references in the order given
+// (grouped by type in order of first appearance).
+inline Bytes ResourceFile(const std::vector<TestResource>& resources)
+{
+    std::vector<std::string> types;
+    for (const auto& r : resources)
+        if (std::find(types.begin(), types.end(), r.type) == types.end()) types.push_back(r.type);
+    ByteWriter data, typeList, refs, names;
+    typeList.u16(uint16_t(types.size() - 1));
+    const size_t refsStart = 2 + 8 * types.size();
+    for (const auto& type : types) {
+        size_t count = 0;
+        for (const auto& r : resources) count += r.type == type;
+        ByteWriter code;
+        code.bytes(type);
+        uint32_t tag = 0;
+        code.view().tag(0, tag);
+        typeList.u32(tag).u16(uint16_t(count - 1)).u16(uint16_t(refsStart + refs.size()));
+        for (const auto& r : resources) {
+            if (r.type != type) continue;
+            uint16_t nameOffset = 0xFFFF;
+            if (r.name) {
+                nameOffset = uint16_t(names.size());
+                names.pascal(*r.name);
+            }
+            refs.u16(uint16_t(r.id)).u16(nameOffset).u8(r.attributes).u24(uint32_t(data.size())).u32(0);
+            data.u32(uint32_t(r.data.size())).bytes(ByteView(r.data));
+        }
+    }
+    const uint32_t mapOffset = uint32_t(256 + data.size());
+    const uint32_t mapLength = uint32_t(28 + typeList.size() + refs.size() + names.size());
+    ByteWriter w;
+    w.u32(256).u32(mapOffset).u32(uint32_t(data.size())).u32(mapLength).zeros(240);
+    w.bytes(data.view()).zeros(16).u32(0).u16(0).u16(0).u16(28);
+    w.u16(uint16_t(28 + typeList.size() + refs.size()));
+    w.bytes(typeList.view()).bytes(refs.view()).bytes(names.view());
+    return w.take();
+}
+
+inline Bytes Text(const std::string& text)
+{
+    return Bytes(text.begin(), text.end());
+}
+
+// One line per resource, in map order: type, ID, name, length, CRC-32.
+inline std::string Listing(const ResourceMap& map)
+{
+    std::ostringstream out;
+    for (const ResourceRecord& r : map.records()) {
+        char line[64];
+        out << fourCCString(r.type) << ' ' << r.id << ' '
+            << (r.hasName ? "\"" + r.name + "\"" : std::string("-"));
+        std::snprintf(line, sizeof line, " %u %08x\n", unsigned(r.data.size()),
+                      unsigned(crc32(0, r.data.data(), uInt(r.data.size()))));
+        out << line;
+    }
+    return out.str();
+}
+
+// ----------------------------------------------------- extended attributes ---
+
+inline bool SetAttribute(const std::string& path, const std::string& name, const Bytes& value)
+{
+    return ::setxattr(path.c_str(), name.c_str(), value.data(), value.size(), 0) == 0;
+}
+
+// A folder whose file system keeps user attributes of `size` bytes (the
+// temporary folder, else /dev/shm, as tmpfs keeps them up to 64 KiB); empty
+// when there is none.
+inline std::string AttributeFolder(size_t size)
+{
+    std::vector<std::string> bases;
+    const char* env = std::getenv("TMPDIR");
+    bases.push_back(env && *env ? env : "/tmp");
+    bases.push_back("/dev/shm");
+    for (const auto& base : bases) {
+        TempDir probe(base);
+        if (!probe.valid()) continue;
+        std::string file = probe / "probe";
+        WriteFile(file, {});
+        if (SetAttribute(file, "user.typeprobe.probe", Bytes(size, 0x5A))) return base;
+    }
+    return {};
+}
+
+// ------------------------------------------------------------- fontTools ---
+
+// Lists a resource file the way Listing() does, read by fontTools. Modes:
+// "raw" (the whole file), "range" (bytes offset..offset+length), "xattr"
+// (the value of an extended attribute), and
+// "macbinary" (checks the header CRC with binascii and reads the resource
+// fork where the format puts it; prints "crc ok" or "crc bad" first).
+inline const char* kFontToolsScript = R"PY(
+import binascii, io, os, struct, sys, zlib
+from fontTools.misc.macRes import ResourceReader
+mode, path = sys.argv[1], sys.argv[2]
+data = open(path, 'rb').read()
+if mode == 'xattr':
+    data = os.getxattr(path, sys.argv[3])
+elif mode == 'range':
+    offset, length = int(sys.argv[3]), int(sys.argv[4])
+    data = data[offset:offset + length]
+elif mode == 'macbinary':
+    ok = binascii.crc_hqx(data[:124], 0) == struct.unpack('>H', data[124:126])[0]
+    print('crc ok' if ok else 'crc bad')
+    dl, rl = struct.unpack('>II', data[83:91])
+    sec, = struct.unpack('>H', data[120:122])
+    start = 128 + (sec + 127) // 128 * 128 + (dl + 127) // 128 * 128
+    data = data[start:start + rl]
+reader = ResourceReader(io.BytesIO(data))
+for t in reader.keys():
+    for r in reader[t]:
+        name = '-' if r.name is None else '"' + r.name + '"'
+        print('%s %d %s %d %08x' % (t, r.id, name, len(r.data), zlib.crc32(r.data)))
+)PY";
+
+inline std::string Python()
+{
+    return ::access("/usr/bin/python3", X_OK) == 0 ? "/usr/bin/python3" : "python3";
+}
+
+inline bool FontToolsAvailable()
+{
+    std::string command = Python() + " -c 'import fontTools.misc.macRes' 2>/dev/null";
+    return std::system(command.c_str()) == 0;
+}
+
+inline std::string ShellQuote(const std::string& text)
+{
+    std::string out = "'";
+    for (char c : text) out += c == '\'' ? std::string("'\\''") : std::string(1, c);
+    return out + "'";
+}
+
+inline std::string FontToolsListing(const std::vector<std::string>& arguments)
+{
+    std::string command = Python() + " -c " + ShellQuote(kFontToolsScript);
+    for (const auto& a : arguments) command += " " + ShellQuote(a);
+    command += " 2>&1";
+    std::string output;
+    if (FILE* pipe = ::popen(command.c_str(), "r")) {
+        std::array<char, 4096> buffer;
+        size_t got;
+        while ((got = std::fread(buffer.data(), 1, buffer.size(), pipe)) > 0) output.append(buffer.data(), got);
+        ::pclose(pipe);
+    }
+    return output;
+}
+
+}  // namespace macfixtures

@@ -1,0 +1,271 @@
+#include "support/MacForks.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "resourcefork/MacFixtures.h"
+
+namespace {
+
+using namespace macfixtures;
+
+// Places that can hold a resource fork or Finder info for root/a/b/Font.
+enum class Source {
+    AppleAttributes,    // user.com.apple.ResourceFork + FinderInfo
+    AppleInfoOnly,      // user.com.apple.FinderInfo alone
+    AppleZeroInfo,      // user.com.apple.FinderInfo of zeros
+    NetatalkAttributes, // user.org.netatalk.ResourceFork + Metadata
+    DotUnderscore,      // root/a/b/._Font
+    DotUnderscoreInfo,  // root/a/b/._Font with Finder info only
+    NetatalkFolder,     // root/a/b/.AppleDouble/Font
+    MacOSXFolder,       // root/__MACOSX/a/b/._Font
+    SelfAppleSingle,    // the file is AppleSingle
+    SelfMacBinary,      // the file is MacBinary
+};
+
+bool UsesAttributes(Source s)
+{
+    return s == Source::AppleAttributes || s == Source::AppleInfoOnly ||
+           s == Source::AppleZeroInfo || s == Source::NetatalkAttributes;
+}
+
+// Every place gets its own resource fork (one resource whose ID numbers the
+// place) and its own Finder type, so the winner can be told apart.
+MacParts PartsFor(Source s)
+{
+    MacParts parts;
+    parts.name = "Font";
+    const int n = int(s);
+    parts.type = fourCC("src0") + uint32_t(n);
+    parts.creator = fourCC("test");
+    parts.data = Text("inner data fork");
+    parts.resource = ResourceFile({{"SRC ", int16_t(100 + n), std::nullopt, Text("fork")}});
+    return parts;
+}
+
+class Fixture {
+public:
+    explicit Fixture(const std::string& base) : dir_(base), font_(dir_ / "a/b/Font")
+    {
+        WriteFile(font_, Text("plain data fork"));
+    }
+
+    const std::string& font() const { return font_; }
+    std::string root() const { return dir_.path(); }
+
+    void add(Source s)
+    {
+        const MacParts parts = PartsFor(s);
+        switch (s) {
+        case Source::AppleAttributes:
+            SetAttribute(font_, "user.com.apple.ResourceFork", parts.resource);
+            SetAttribute(font_, "user.com.apple.FinderInfo", parts.finderInfo());
+            break;
+        case Source::AppleInfoOnly:
+            SetAttribute(font_, "user.com.apple.FinderInfo", parts.finderInfo());
+            break;
+        case Source::AppleZeroInfo:
+            SetAttribute(font_, "user.com.apple.FinderInfo", Bytes(32, 0));
+            break;
+        case Source::NetatalkAttributes:
+            SetAttribute(font_, "user.org.netatalk.ResourceFork", parts.resource);
+            SetAttribute(font_, "user.org.netatalk.Metadata", NetatalkMetadata(parts));
+            break;
+        case Source::DotUnderscore:
+            WriteFile(dir_ / "a/b/._Font", MacOSXDotUnderscore(parts));
+            break;
+        case Source::DotUnderscoreInfo:
+            WriteFile(dir_ / "a/b/._Font", AppleContainer(0x00051607, "Mac OS X", {{9, parts.finderInfo()}}));
+            break;
+        case Source::NetatalkFolder:
+            WriteFile(dir_ / "a/b/.AppleDouble/Font", PlainAppleDouble(parts));
+            break;
+        case Source::MacOSXFolder:
+            WriteFile(dir_ / "__MACOSX/a/b/._Font", MacOSXDotUnderscore(parts));
+            break;
+        case Source::SelfAppleSingle:
+            WriteFile(font_, AppleSingleFile(parts));
+            break;
+        case Source::SelfMacBinary:
+            WriteFile(font_, MacBinaryFile(parts, 3));
+            break;
+        }
+    }
+
+private:
+    TempDir dir_;
+    std::string font_;
+};
+
+// Which place the resource fork came from (-1: none).
+int ResourceSource(const std::string& path)
+{
+    Bytes fork;
+    if (!MacForks::ReadResourceFork(path, fork)) return -1;
+    auto map = ResourceMap::Parse(fork);
+    if (!map || map->records().size() != 1) return -2;
+    return map->records()[0].id - 100;
+}
+
+int FinderSource(const MacForkInfo& info)
+{
+    if (!info.hasFinderInfo) return -1;
+    return int(info.fileType - fourCC("src0"));
+}
+
+TEST(MacForks, ResolutionFollowsTheDocumentedOrder)
+{
+    using S = Source;
+    struct Case {
+        std::vector<Source> sources;
+        int resourceFrom;  // a Source, or -1 for none
+        int finderFrom;
+        const char* dataFork;
+    };
+    const std::string plain = "plain data fork", inner = "inner data fork";
+    const Case cases[] = {
+        {{}, -1, -1, "plain data fork"},
+        {{S::AppleAttributes, S::NetatalkAttributes, S::DotUnderscore, S::NetatalkFolder, S::MacOSXFolder},
+         int(S::AppleAttributes), int(S::AppleAttributes), "plain data fork"},
+        {{S::NetatalkAttributes, S::DotUnderscore, S::NetatalkFolder, S::MacOSXFolder},
+         int(S::NetatalkAttributes), int(S::NetatalkAttributes), "plain data fork"},
+        {{S::DotUnderscore, S::NetatalkFolder, S::MacOSXFolder},
+         int(S::DotUnderscore), int(S::DotUnderscore), "plain data fork"},
+        {{S::NetatalkFolder, S::MacOSXFolder}, int(S::NetatalkFolder), int(S::NetatalkFolder), "plain data fork"},
+        {{S::MacOSXFolder}, int(S::MacOSXFolder), int(S::MacOSXFolder), "plain data fork"},
+        {{S::SelfAppleSingle}, int(S::SelfAppleSingle), int(S::SelfAppleSingle), "inner data fork"},
+        {{S::SelfMacBinary}, int(S::SelfMacBinary), int(S::SelfMacBinary), "inner data fork"},
+        // A sidecar's resource fork wins over the file read as a container.
+        {{S::DotUnderscore, S::SelfMacBinary}, int(S::DotUnderscore), int(S::DotUnderscore), nullptr},
+        // Finder info without a fork describes the envelope: the container wins.
+        {{S::DotUnderscoreInfo, S::SelfMacBinary}, int(S::SelfMacBinary), int(S::SelfMacBinary),
+         "inner data fork"},
+        {{S::DotUnderscoreInfo}, -1, int(S::DotUnderscoreInfo), "plain data fork"},
+        // Each piece is looked up on its own; zero Finder info counts as none.
+        {{S::AppleInfoOnly, S::MacOSXFolder}, int(S::MacOSXFolder), int(S::AppleInfoOnly), "plain data fork"},
+        {{S::AppleZeroInfo, S::NetatalkFolder}, int(S::NetatalkFolder), int(S::NetatalkFolder),
+         "plain data fork"},
+    };
+    const std::string attributeBase = AttributeFolder(4096);
+    for (const Case& c : cases) {
+        const bool needsAttributes =
+            std::any_of(c.sources.begin(), c.sources.end(), UsesAttributes);
+        if (needsAttributes && attributeBase.empty()) continue;
+        Fixture fixture(needsAttributes ? attributeBase : "");
+        std::string trace;
+        for (Source s : c.sources) {
+            fixture.add(s);
+            trace += std::to_string(int(s)) + " ";
+        }
+        SCOPED_TRACE("sources " + trace);
+        const MacForkInfo info = MacForks::Describe(fixture.font());
+        EXPECT_TRUE(info.exists);
+        EXPECT_EQ(ResourceSource(fixture.font()), c.resourceFrom);
+        EXPECT_EQ(FinderSource(info), c.finderFrom);
+        Bytes data;
+        ASSERT_TRUE(MacForks::ReadDataFork(fixture.font(), data));
+        if (c.dataFork) {
+            EXPECT_EQ(std::string(data.begin(), data.end()), c.dataFork);
+        } else {
+            EXPECT_EQ(data, ReadFile(fixture.font()));  // the whole file
+        }
+        EXPECT_EQ(info.dataForkLength, data.size());
+    }
+    if (attributeBase.empty()) GTEST_SKIP() << "no file system here keeps user extended attributes";
+}
+
+TEST(MacForks, NearestMacOSXFolderWins)
+{
+    Fixture fixture("");
+    WriteFile(fixture.root() + "/__MACOSX/a/b/._Font", MacOSXDotUnderscore(PartsFor(Source::MacOSXFolder)));
+    WriteFile(fixture.root() + "/a/__MACOSX/b/._Font", MacOSXDotUnderscore(PartsFor(Source::NetatalkFolder)));
+    EXPECT_EQ(ResourceSource(fixture.font()), int(Source::NetatalkFolder));
+    // A path with dot segments finds the same sidecars.
+    const std::string winding = fixture.root() + "/a/./b/../b/Font";
+    EXPECT_EQ(ResourceSource(winding), int(Source::NetatalkFolder));
+}
+
+TEST(MacForks, PlainFilesFoldersAndMissingPaths)
+{
+    TempDir dir;
+    WriteFile(dir / "plain.otf", Text("OTTO and more"));
+    const MacForkInfo plain = MacForks::Describe(dir / "plain.otf");
+    EXPECT_TRUE(plain.exists);
+    EXPECT_EQ(plain.dataForkLength, 13u);
+    EXPECT_EQ(plain.resourceForkLength, 0u);
+    EXPECT_FALSE(plain.hasFinderInfo);
+    Bytes fork = {1, 2, 3};
+    EXPECT_FALSE(MacForks::ReadResourceFork(dir / "plain.otf", fork));
+    EXPECT_TRUE(fork.empty());
+
+    const MacForkInfo folder = MacForks::Describe(dir.path());
+    EXPECT_TRUE(folder.exists);
+    EXPECT_EQ(folder.dataForkLength, 0u);
+    Bytes data;
+    EXPECT_FALSE(MacForks::ReadDataFork(dir.path(), data));
+
+    EXPECT_FALSE(MacForks::Describe(dir / "missing").exists);
+    EXPECT_FALSE(MacForks::ReadDataFork(dir / "missing", data));
+}
+
+TEST(MacForks, MissingPathFallsBackToItsMacBinarySibling)
+{
+    TempDir dir;
+    MacParts parts = PartsFor(Source::SelfMacBinary);
+    parts.name = "NimbuSanReg";
+    WriteFile(dir / "NimbuSanReg.bin", MacBinaryFile(parts, 2));
+    const MacForkInfo info = MacForks::Describe(dir / "NimbuSanReg");
+    EXPECT_TRUE(info.exists);
+    EXPECT_EQ(info.fileType, parts.type);
+    EXPECT_EQ(info.resourceForkLength, parts.resource.size());
+    EXPECT_EQ(ResourceSource(dir / "NimbuSanReg"), int(Source::SelfMacBinary));
+    const MacFile file = MacForks::Resolve(dir / "NimbuSanReg");
+    EXPECT_EQ(file.path, dir / "NimbuSanReg");
+    EXPECT_EQ(file.resourceFork.file, dir / "NimbuSanReg.bin");
+
+    // A ".bin" that is no container does not stand in.
+    WriteFile(dir / "Other.bin", Text("just text, long enough to be anything at all"));
+    EXPECT_FALSE(MacForks::Describe(dir / "Other").exists);
+}
+
+TEST(MacForks, TruncatedSidecarsGiveNoFork)
+{
+    TempDir dir;
+    WriteFile(dir / "Font", Text("data"));
+    const Bytes full = PlainAppleDouble(PartsFor(Source::DotUnderscore));
+    for (size_t length = 0; length < full.size(); ++length) {
+        WriteFile(dir / "._Font", Slice(full, 0, length));
+        const MacForkInfo info = MacForks::Describe(dir / "Font");
+        EXPECT_EQ(info.resourceForkLength, 0u) << "length " << length;
+        EXPECT_FALSE(info.hasFinderInfo) << "length " << length;
+    }
+    WriteFile(dir / "._Font", full);
+    EXPECT_EQ(MacForks::Describe(dir / "Font").resourceForkLength, PartsFor(Source::DotUnderscore).resource.size());
+}
+
+TEST(MacForks, TruncatedContainersAreReadAsPlainFiles)
+{
+    TempDir dir;
+    const MacParts parts = PartsFor(Source::SelfAppleSingle);
+    for (const Bytes& full : {AppleSingleFile(parts), MacBinaryFile(parts, 3)}) {
+        for (size_t length = 0; length + 128 < full.size(); length += 7) {
+            WriteFile(dir / "Font", Slice(full, 0, length));
+            const MacForkInfo info = MacForks::Describe(dir / "Font");
+            EXPECT_EQ(info.resourceForkLength, 0u) << "length " << length;
+            EXPECT_EQ(info.dataForkLength, length);
+        }
+    }
+}
+
+TEST(MacForks, ForkThatChangedSinceResolveIsUnreadable)
+{
+    TempDir dir;
+    WriteFile(dir / "Font", MacBinaryFile(PartsFor(Source::SelfMacBinary), 3));
+    const MacFile file = MacForks::Resolve(dir / "Font");
+    WriteFile(dir / "Font", Text("short"));
+    Bytes fork;
+    EXPECT_FALSE(MacForks::ReadFork(file.resourceFork, fork));
+}
+
+}  // namespace
