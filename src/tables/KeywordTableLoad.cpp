@@ -18,8 +18,11 @@ constexpr size_t kKeywordBufferSize = 512;
 
 bool readNumber(plist_t node, int32_t& out)
 {
+    plist_type type = node ? plist_get_node_type(node) : PLIST_NONE;
+    if (type != PLIST_UINT && type != PLIST_REAL) return false;
     long value = 0;
-    if (!XCFUtils::GetLongFromCFValue(node, value)) return false;
+    // A 32-bit read keeps the approximate value of a lossy conversion.
+    XCFUtils::GetLongFromCFValue(node, value);
     out = int32_t(value);
     return true;
 }
