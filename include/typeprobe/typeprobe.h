@@ -160,6 +160,26 @@ TP_API unsigned long TP_SpecifierFree(TP_FontArray* array);
 /* Runs no tests in this library: always returns 4. */
 TP_API unsigned long TP_RunUnitTests(void);
 
+/* ---- Knowledge tables (no font array needed) ---- */
+
+/* Typographic classification of a family, looked up by the whole family
+ * name ignoring case; "--" when the family is unknown, in which case a
+ * non-null alternateFamily is looked up instead. An empty text when the
+ * classification table is missing. 1 when family or buffer is null. */
+TP_API unsigned long TP_GetClassificationFromFamily(const char* family, const char* alternateFamily,
+                                                    char* buffer, int bufferLength);
+
+/* The built-in styles (weights, widths, slopes, variants) that two names of
+ * a face express, typically its PostScript name and its full name. Stores
+ * the number delivered (at most maxStyles) in styleCount and copies the
+ * i-th style name into styleBuffers[i] (null entries are skipped), each a
+ * buffer of bufferLength bytes. When no style is found, returns 0 and
+ * leaves styleCount and the buffers alone. 1 when a pointer, or
+ * styleBuffers[0], is null. */
+TP_API unsigned long TP_GetStyles(const char* firstName, const char* secondName,
+                                  unsigned long maxStyles, int bufferLength,
+                                  unsigned long* styleCount, char** styleBuffers);
+
 #ifdef __cplusplus
 }
 #endif

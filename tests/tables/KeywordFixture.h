@@ -1,0 +1,155 @@
+// A small keyword table built in memory, numbered like the shipped one, and
+// a test fixture that swaps it in for the scanner's process-wide tables.
+#pragma once
+
+#include <gtest/gtest.h>
+#include <plist/plist.h>
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "tables/LxFontStyleScan.h"
+
+namespace keywords {
+
+struct Component {
+    int32_t constant;
+    std::string display;
+    bool modifier;
+    bool compounds;
+    std::vector<std::string> words;
+};
+
+struct Style {
+    std::string display;
+    std::vector<int32_t> components;
+    bool weight;
+};
+
+inline plist_t componentNode(const Component& c)
+{
+    plist_t node = plist_new_dict();
+    plist_dict_set_item(node, "display", plist_new_string(c.display.c_str()));
+    plist_dict_set_item(node, "is-modifier", plist_new_bool(c.modifier));
+    plist_dict_set_item(node, "compounds", plist_new_bool(c.compounds));
+    plist_dict_set_item(node, "style-constant", plist_new_uint(uint64_t(int64_t(c.constant))));
+    plist_t words = plist_new_array();
+    for (const std::string& word : c.words) plist_array_append_item(words, plist_new_string(word.c_str()));
+    plist_dict_set_item(node, "match-strings", words);
+    return node;
+}
+
+inline plist_t styleNode(const Style& s)
+{
+    plist_t node = plist_new_dict();
+    plist_dict_set_item(node, "display", plist_new_string(s.display.c_str()));
+    plist_t constants = plist_new_array();
+    for (int32_t constant : s.components)
+        plist_array_append_item(constants, plist_new_uint(uint64_t(int64_t(constant))));
+    plist_dict_set_item(node, "components", constants);
+    plist_dict_set_item(node, "isweight", plist_new_bool(s.weight));
+    return node;
+}
+
+inline plist_t table(const std::vector<Component>& components, const std::vector<Style>& styles)
+{
+    plist_t root = plist_new_dict();
+    plist_t list = plist_new_array();
+    for (const Component& c : components) plist_array_append_item(list, componentNode(c));
+    plist_dict_set_item(root, "Components", list);
+    list = plist_new_array();
+    for (const Style& s : styles) plist_array_append_item(list, styleNode(s));
+    plist_dict_set_item(root, "Styles", list);
+    return root;
+}
+
+inline const std::vector<Component>& fixtureComponents()
+{
+    static const std::vector<Component> components = {
+        {0, "Italic", false, true, {"Italic", "It"}},
+        {1, "Bold", false, true, {"Bold", "Bd"}},
+        {2, "Oblique", false, true, {"Oblique"}},
+        {3, "Medium", false, true, {"Medium"}},
+        {4, "Semibold", false, true, {"Semibold", "Sb"}},
+        {5, "Extra", true, true, {"Extra"}},
+        {6, "Black", false, true, {"Black"}},
+        {9, "Light", false, true, {"Light", "Lt"}},
+        {10, "Condensed", false, false, {"Condensed", "Cond"}},
+        {12, "Roman", false, true, {"Roman"}},
+        {13, "Regular", false, true, {"Regular"}},
+        {15, "Semi", false, true, {"Semi"}},
+        {16, "Demi", false, true, {"Demi"}},
+        {21, "Small", true, false, {"Small"}},
+        {22, "Caps", false, false, {"Caps"}},
+        {23, "Old-Style Figures", false, false, {"OsF"}},
+        {35, "Thin", false, true, {"Thin"}},
+        {41, "Cyrillic", false, false, {"Cyrillic"}},
+        {99, "Second Bold", false, false, {"Bold", "Heavy"}},
+    };
+    return components;
+}
+
+inline const std::vector<Style>& fixtureStyles()
+{
+    static const std::vector<Style> styles = {
+        {"Light", {9}, true},          {"Regular", {13}, true},     {"Semibold", {4}, true},
+        {"Semibold", {15}, true},      {"Demibold", {16, 1}, true}, {"Bold", {1}, true},
+        {"Extra Bold", {5, 1}, true},  {"Black", {6}, true},        {"Extra Light", {5, 9}, true},
+        {"Thin", {35}, true},          {"Medium", {3}, true},       {"Italic", {0}, false},
+        {"Condensed", {10}, false},    {"Small Caps", {21, 22}, false},
+        {"Old-Style Figures", {23}, false},                         {"Cyrillic", {41}, false},
+        {"Bold Italic", {1, 0}, false}, {"Italic Bold", {0, 1}, false},
+        {"Extra Condensed", {5, 10}, false},                        {"Bold Condensed", {1, 10}, false},
+    };
+    return styles;
+}
+
+// Swaps the fixture table in for the test and the previous tables back
+// afterwards; the shipped table is loaded first so that a later
+// Initialize() does not replace the fixture.
+class KeywordTableTest : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        LxFontStyleScan::Initialize();
+        savedComponents_ = LxFontStyleScan::gStyleComponents;
+        savedMap_ = LxFontStyleScan::gStyleComponentMap;
+        savedStyles_ = LxFontStyleScan::gBuiltinStyles;
+        Load(fixtureComponents(), fixtureStyles());
+    }
+    void TearDown() override
+    {
+        LxFontStyleScan::gStyleComponents = savedComponents_;
+        LxFontStyleScan::gStyleComponentMap = savedMap_;
+        LxFontStyleScan::gBuiltinStyles = savedStyles_;
+    }
+    static void Load(const std::vector<Component>& components, const std::vector<Style>& styles)
+    {
+        LxFontStyleScan::gStyleComponentMap.clear();
+        plist_t root = table(components, styles);
+        LxFontStyleScan::LoadStyleResources(root);
+        plist_free(root);
+    }
+
+private:
+    std::vector<SStyleComponent> savedComponents_;
+    std::map<int32_t, SStyleComponent> savedMap_;
+    std::vector<SBuiltinStyle> savedStyles_;
+};
+
+inline std::vector<int32_t> constants(const std::vector<SStyleComponent>& components)
+{
+    std::vector<int32_t> out;
+    for (const SStyleComponent& c : components) out.push_back(c.styleConstant);
+    return out;
+}
+
+inline std::vector<std::string> displays(const std::vector<SBuiltinStyle>& styles)
+{
+    std::vector<std::string> out;
+    for (const SBuiltinStyle& s : styles) out.push_back(s.display);
+    return out;
+}
+
+}  // namespace keywords
