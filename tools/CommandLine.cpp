@@ -103,8 +103,11 @@ void AddSplit(CLI::App& app, SplitOptions& options)
 {
     auto* command = app.add_subcommand(
         "split", "Write each face of a TrueType collection as a standalone TrueType file");
-    command->add_option("COLLECTION", options.collection, "The collection (.ttc)")->required();
+    command->add_option("COLLECTION", options.collection, "The collection (.ttc)")
+        ->type_name("")
+        ->required();
     command->add_option("DIR", options.directory, "The folder to write to (made when missing)")
+        ->type_name("")
         ->required();
     AddFormat(*command, options.format, {"table", "json"});
     command->footer(Wrapped(
@@ -117,8 +120,12 @@ void AddMatch(CLI::App& app, MatchOptions& options)
 {
     auto* command = app.add_subcommand(
         "match", "Compare two faces: the attributes they share and those that differ");
-    command->add_option("A", options.a, "The first font file")->required();
-    command->add_option("B", options.b, "The second font file")->required();
+    command->add_option("A", options.a, "The first font file")
+        ->type_name("")
+        ->required();
+    command->add_option("B", options.b, "The second font file")
+        ->type_name("")
+        ->required();
     command->add_option("--face-a", options.faceA, "Face of A to compare (from 0)")
         ->type_name("N")
         ->capture_default_str();
@@ -152,18 +159,23 @@ void AddDuplicates(CLI::App& app, DuplicatesOptions& options)
 void AddKnowledge(CLI::App& app, Options& options)
 {
     auto* classify = app.add_subcommand("classify", "The typographic classification of a family");
-    classify->add_option("FAMILY", options.classify.family, "Family name")->required();
+    classify->add_option("FAMILY", options.classify.family, "Family name")
+        ->type_name("")
+        ->required();
     classify->add_option("ALTERNATE", options.classify.alternate,
-                         "Family name to try when the first is unknown");
+                         "Family name to try when the first is unknown")
+        ->type_name("");
     AddFormat(*classify, options.classify.format, {"table", "json"});
     classify->footer(Wrapped("Prints \"--\" for a family the classification table does not know."));
 
     auto* styles = app.add_subcommand(
         "styles", "The built-in styles (weight, width, slope, variant) a face's names express");
     styles->add_option("NAME", options.styles.first, "A name of the face (its PostScript name)")
+        ->type_name("")
         ->required();
     styles->add_option("NAME2", options.styles.second,
-                       "Another name of the face (its full name)");
+                       "Another name of the face (its full name)")
+        ->type_name("");
     AddFormat(*styles, options.styles.format, {"table", "json"});
     styles->footer(Wrapped("Prints one style per line; nothing when the names express none."));
 }
@@ -174,7 +186,8 @@ void AddVersionAndHelp(CLI::App& app, Options& options)
     AddFormat(*version, options.versionFormat, {"table", "json"});
 
     auto* help = app.add_subcommand("help", "Show the help of a command, or the manual page");
-    help->add_option("COMMAND", options.helpTopic, "The command to explain");
+    help->add_option("COMMAND", options.helpTopic, "The command to explain")
+        ->type_name("");
     help->add_flag("--man", options.man, "Print the manual page (troff)");
 }
 
@@ -195,7 +208,7 @@ int Dispatch(CLI::App& app, const Options& options)
     }
     if (name == "help" && !options.helpTopic.empty()) {
         try {
-            std::cout << app.get_subcommand(options.helpTopic)->help();
+            std::cout << app.get_subcommand(options.helpTopic)->help("typeprobe");
         } catch (const CLI::OptionNotFound&) {
             std::cerr << "typeprobe: no command \"" << options.helpTopic << "\"\n";
             return kExitUsage;
