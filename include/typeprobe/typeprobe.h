@@ -120,6 +120,14 @@ TP_API unsigned long TP_GetLegacyTypeprobeChecksum(TP_FontArray* array, unsigned
  * else the font file itself). */
 TP_API unsigned long TP_GetOutlineFileSize(TP_FontArray* array, unsigned long index,
                                            unsigned long* value);
+/* The foundry, resolved through the foundry table to a canonical name ("--"
+ * when unknown). Faces of the "mac" platform take the legacy resolution. */
+TP_API unsigned long TP_GetFoundryName(TP_FontArray* array, unsigned long index, char* buffer,
+                                       int bufferLength);
+/* The foundry resolved through the file's Mac creator codes first, then the
+ * font's own foundry text. */
+TP_API unsigned long TP_GetLegacyFoundryName(TP_FontArray* array, unsigned long index,
+                                             char* buffer, int bufferLength);
 /* The version text from its first digit up to the first character that is
  * neither a digit, "-" nor "." ("Version 1.002;PS 001.002" gives "1.002"). */
 TP_API unsigned long TP_GetVersion(TP_FontArray* array, unsigned long index, char* buffer,
