@@ -92,9 +92,9 @@ unsigned long Vantor(const std::string& path, int16_t style, bool crossPlatform,
 
 Bytes Concat(std::initializer_list<Bytes> parts)
 {
-    Bytes all;
-    for (const Bytes& part : parts) all.insert(all.end(), part.begin(), part.end());
-    return all;
+    ByteWriter w;
+    for (const Bytes& part : parts) w.bytes(ByteView(part));
+    return w.take();
 }
 
 Bytes SimpleFond(std::initializer_list<std::array<int, 3>> entries)

@@ -58,12 +58,13 @@ Bytes BuildFond(const FondSpec& spec)
     return w.take();
 }
 
+// A POST chunk of Type 1 text (chunk header 1, 0), padded to `size`.
 Bytes Chunk(const std::string& text, size_t size = 0)
 {
-    Bytes bytes = {1, 0};
-    bytes.insert(bytes.end(), text.begin(), text.end());
-    if (size) bytes.resize(size, ' ');
-    return bytes;
+    ByteWriter w;
+    w.u8(1).u8(0).bytes(text);
+    if (size > w.size()) w.zeros(size - w.size());
+    return w.take();
 }
 
 // A suitcase (and its printer font, when given) written as data-fork
