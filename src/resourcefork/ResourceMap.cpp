@@ -4,8 +4,6 @@
 
 namespace {
 
-// The file header.
-constexpr size_t kHeaderSize = 16;
 // The map, from its start: a copy of the header, the next map's handle and
 // the file reference (all reserved), then these fields.
 constexpr size_t kMapAttributes = 22;
