@@ -5,7 +5,7 @@
 #include "checksum/FondKerning.h"
 #include "checksum/ResourceChecksums.h"
 #include "common/Oracle.h"
-#include "resourcefork/MacFixtures.h"
+#include "common/MacFixtures.h"
 #include "resourcefork/ResourceFileAccess.h"
 
 namespace {

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "fontfiles/Type1MetaData.h"
-#include "resourcefork/MacFixtures.h"
+#include "common/MacFixtures.h"
 #include "resourcefork/PostScriptResources.h"
 #include "resourcefork/ResourceFileAccess.h"
 
