@@ -1,17 +1,107 @@
-// Placeholder until the resource-fork checksums land: the whole-file step.
 #include "checksum/ResourceChecksums.h"
 
-#include "checksum/CChecksum.h"
+#include <limits>
+#include <optional>
+#include <vector>
 
-unsigned long GetVantorChecksum(const LxString& fontFilePath, const TypeprobeResourceFile*,
-                                const ResourceHandle*, int16_t, bool crossPlatform,
+#include "checksum/CChecksum.h"
+#include "checksum/FondKerning.h"
+#include "resourcefork/PrinterFontNames.h"
+#include "resourcefork/ResourceFileAccess.h"
+
+namespace {
+
+constexpr int kFirstPOSTChunk = 501;
+
+ByteView viewOf(const ResourceHandle* handle)
+{
+    return handle ? handle->view() : ByteView();
+}
+
+unsigned long continueOver(const ResourceHandle* resource, unsigned long crc)
+{
+    if (!resource) return crc;
+    return CChecksum::icrc(resource->view().data(), resource->size(), crc);
+}
+
+unsigned long continueOverType(const TypeprobeResourceFile* file, uint32_t type, int16_t id,
+                               unsigned long crc)
+{
+    ResourceHandlePtr resource = getHandleOfTypeAndResID(file, type, id);
+    return continueOver(resource.get(), crc);
+}
+
+unsigned long continueOverPOSTChunks(const TypeprobeResourceFile& printer, unsigned long crc)
+{
+    for (int id = kFirstPOSTChunk; id <= std::numeric_limits<int16_t>::max(); ++id) {
+        ResourceHandlePtr chunk = getHandleOfTypeAndResID(&printer, kTypePOST, int16_t(id));
+        if (!chunk || chunk->size() == 0) break;
+        crc = continueOver(chunk.get(), crc);
+    }
+    return crc;
+}
+
+}  // namespace
+
+unsigned long ChecksumNFNTsfntFONT(const TypeprobeResourceFile* file, const ResourceHandle* fond,
+                                   int16_t style, unsigned long crc)
+{
+    if (!fond || fond->size() == 0) return crc;
+    // One ID per association entry: an ID shared by a strike and an outline
+    // is taken twice (intended).
+    const std::vector<int16_t> ids = getSortedResIDsForStyle(file, fond, style);
+    for (int16_t id : ids) crc = continueOverType(file, kTypeSfnt, id, crc);
+    // Bitmaps count only when no outline did and the running value was 0
+    // (intended).
+    if (crc != 0) return crc;
+    for (int16_t id : ids) {
+        crc = continueOverType(file, kTypeNFNT, id, crc);
+        crc = continueOverType(file, kTypeFONT, id, crc);
+    }
+    return crc;
+}
+
+unsigned long ChecksumPrinterFile(const TypeprobeResourceFile* file, const ResourceHandle* fond,
+                                  int16_t style, unsigned long crc)
+{
+    const std::optional<LxString> path = CreatePrinterPath(file, fond, style);
+    if (!path) return crc;
+    if (ResourceFilePtr printer = AllocateResourceFile(path->str(), true)) {
+        crc = continueOverPOSTChunks(*printer, crc);
+        FreeResourceFile(printer);
+        return crc;
+    }
+    // A printer font kept in the data fork: its whole-file CRC, from 0 and
+    // not continued from `crc` (intended).
+    unsigned long total = crc;
+    return CChecksum::CalculateFileChecksum(path->str(), &total, nullptr) ? total : crc;
+}
+
+unsigned long GetVantorChecksum(const LxString& fontFilePath, const TypeprobeResourceFile* file,
+                                const ResourceHandle* fond, int16_t style, bool crossPlatform,
                                 unsigned long& legacyChecksum)
 {
     legacyChecksum = 0;
-    unsigned long total = 0, dataFork = 0;
+    const unsigned long kernCrc = KerningPairsCRC(viewOf(fond), style);
+    unsigned long result = ChecksumPrinterFile(file, fond, style, kernCrc);
+    legacyChecksum = result;
+    if (result == kernCrc) {
+        result = ChecksumNFNTsfntFONT(file, fond, style, result);
+        legacyChecksum = result;
+    }
+    if (result != kernCrc && !crossPlatform) return result;
+    // Cross-platform faces, and faces to which neither a printer font nor
+    // resources contributed, rest on the whole file.
+    unsigned long total = kernCrc;
+    unsigned long dataFork = 0;
     if (!CChecksum::CalculateFileChecksum(fontFilePath.str(), &total,
                                           crossPlatform ? &dataFork : nullptr))
-        return 0;
+        return result;
     legacyChecksum = total;
     return crossPlatform ? dataFork : total;
+}
+
+unsigned long GetVaultlineChecksum(const ResourceHandle* fond, int16_t style)
+{
+    return fond ? GetVaultlineChecksum(fond->view(), style) : 0;
 }

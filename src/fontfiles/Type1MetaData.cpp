@@ -7,6 +7,8 @@
 #include <memory>
 #include <string>
 
+#include "resourcefork/PostScriptResources.h"
+
 namespace {
 
 constexpr size_t kMaxValueLength = 3999;
@@ -173,6 +175,18 @@ int CollectPSMetaDataFromFile(const LxString& path, LxString* printerFontName, L
                                          version, postScriptName, displayName, fullName);
     }
     return 0;
+}
+
+int CollectPSMetaData(const TypeprobeResourceFile* file, const LxString& path,
+                      const ResourceHandle* fond, int16_t style, LxString* printerFontName,
+                      LxString* kind, LxString* foundry, LxString* family, LxString* version,
+                      LxString* postScriptName, LxString* displayName, LxString* fullName)
+{
+    if (CollectPSMetaDataMac(file, path, fond, style, printerFontName, kind, foundry, family,
+                             version, postScriptName, displayName, fullName) == 0)
+        return 0;
+    return CollectPSMetaDataFromFile(path, printerFontName, kind, foundry, family, version,
+                                     postScriptName, displayName, fullName);
 }
 
 bool GetWindowsPSPrinterFontNameFromFontName(const LxString& name, LxString* printerName)

@@ -3,9 +3,13 @@
 // companion file names of Windows PostScript fonts.
 #pragma once
 
+#include <cstdint>
 #include <string_view>
 
 #include "support/LxString.h"
+
+class TypeprobeResourceFile;
+struct ResourceHandle;
 
 // Type 1 text as the readers see it: the verbatim bytes and a search copy of
 // the same length, lower-cased, with every NUL replaced by "_". Keys are
@@ -44,6 +48,15 @@ int CollectPSMetaDataFromFile(const LxString& path, LxString* printerFontName, L
                               LxString* postScriptName, LxString* displayName,
                               LxString* fullName);
 
+// The PostScript metadata of a face: from the resource files (the FOND's
+// printer font) first; when they do not give it, from the outline file's
+// text (*printerFontName when set, else `path`). 0 when either read it;
+// otherwise the text reader's result.
+int CollectPSMetaData(const TypeprobeResourceFile* file, const LxString& path,
+                      const ResourceHandle* fond, int16_t style, LxString* printerFontName,
+                      LxString* kind, LxString* foundry, LxString* family, LxString* version,
+                      LxString* postScriptName, LxString* displayName, LxString* fullName);
+
 // "NAME.pfm" or "NAME.mmm" (any case, at least 6 characters) to "NAME.pfb".
 bool GetWindowsPSPrinterFontNameFromFontName(const LxString& name, LxString* printerName);
 // "NAME.pfb" (any case, at least 6 characters) to "NAME.mmm".
@@ -51,12 +64,3 @@ bool GetWindowsMMMFontNameFromPrinterFontName(const LxString& name, LxString* mm
 
 // Whether the foundry table knows a foundry named in `text`.
 bool KnownFoundryNamedIn(std::string_view text);
-
-class TypeprobeResourceFile;
-struct ResourceHandle;
-
-// The resource-fork reader first; when it reads nothing, the file's text.
-int CollectPSMetaData(const TypeprobeResourceFile* file, const LxString& path,
-                      const ResourceHandle* fond, int16_t style, LxString* printerFontName,
-                      LxString* kind, LxString* foundry, LxString* family, LxString* version,
-                      LxString* postScriptName, LxString* displayName, LxString* fullName);

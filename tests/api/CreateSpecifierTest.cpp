@@ -69,6 +69,37 @@ TEST(TP_CreateSpecifier, ADataForkFontIsOneFaceWithoutResources)
     EXPECT_EQ(face.outlineFileSize, testfiles::readFile(path).size());
 }
 
+TEST(TP_CreateSpecifier, Type1TextFilesByTheirExtensionOrHeader)
+{
+    const std::string t1 = "/usr/share/fonts/type1/urw-base35/NimbusSans-Bold.t1";
+    auto text = testfiles::readFile(t1);
+    if (text.empty()) GTEST_SKIP() << t1 << " is not installed";
+    TempFolder dir;
+    // ".t1" is not an extension the library knows; ".ps" is.
+    EXPECT_FALSE(identify(t1));
+    testfiles::writeFile(dir / "NimbusSans-Bold.ps", text);
+    Array fonts = identify(dir / "NimbusSans-Bold.ps");
+    ASSERT_TRUE(fonts);
+    TP_FontSpecifier face = fonts->at(0);
+    EXPECT_EQ(face.kindName.str(), "PostScript");
+    EXPECT_EQ(face.postScriptName.str(), "NimbusSans-Bold");
+    EXPECT_EQ(face.familyName.str(), "Nimbus Sans");
+    EXPECT_EQ(face.platform.str(), "mac");
+    char foundry[32];
+    TP_GetFoundryName(fonts.get(), 0, foundry, sizeof foundry);
+    EXPECT_STREQ(foundry, "URW");
+
+    // Without an extension, a length word at byte 2 equal to the file's
+    // length and "copyright" near the start make a Type 1 file.
+    std::string header = "\x80\x01....(c) Copyright URW /FontName /Headed def";
+    header.resize(200, ' ');
+    header[2] = 0, header[3] = 0, header[4] = 0, header[5] = char(200);
+    testfiles::writeFile(dir / "Headed", header);
+    fonts = identify(dir / "Headed");
+    ASSERT_TRUE(fonts);
+    EXPECT_EQ(fonts->at(0).postScriptName.str(), "Headed");
+}
+
 TEST(TP_CreateSpecifier, AMaskOfZeroStillYieldsFaces)
 {
     Array fonts = identify("/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf", 0);

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "resourcefork/AppleDouble.h"
-#include "resourcefork/MacFixtures.h"
+#include "common/MacFixtures.h"
 
 namespace {
 

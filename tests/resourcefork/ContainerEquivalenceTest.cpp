@@ -4,98 +4,13 @@
 // fontTools.
 #include <gtest/gtest.h>
 
-#include "resourcefork/MacFixtures.h"
+#include "common/MacFixtures.h"
 #include "resourcefork/TypeprobeResourceFile.h"
 #include "support/MacForks.h"
 
 namespace {
 
 using namespace macfixtures;
-
-enum class Layout {
-    MacBinaryIII,        // the corpus file as FontForge wrote it
-    MacBinaryII,
-    MacBinaryI,
-    BinSibling,          // "Name" asked for, "Name.bin" on disk
-    AppleSingle,
-    DotUnderscore,       // plain AppleDouble sidecar
-    MacOSXDotUnderscore, // as macOS writes it
-    NetatalkFolder,      // .AppleDouble/Name
-    MacOSXZipFolder,     // __MACOSX/fonts/._Name
-    AppleAttributes,
-    NetatalkAttributes,
-};
-
-const Layout kLayouts[] = {Layout::MacBinaryIII,   Layout::MacBinaryII,     Layout::MacBinaryI,
-                           Layout::BinSibling,     Layout::AppleSingle,     Layout::DotUnderscore,
-                           Layout::MacOSXDotUnderscore, Layout::NetatalkFolder,
-                           Layout::MacOSXZipFolder, Layout::AppleAttributes,
-                           Layout::NetatalkAttributes};
-
-const char* LayoutName(Layout layout)
-{
-    static const char* names[] = {"MacBinary III", "MacBinary II",   "MacBinary I",
-                                  ".bin sibling",  "AppleSingle",    "._ sidecar",
-                                  "macOS ._ sidecar", ".AppleDouble", "__MACOSX",
-                                  "com.apple attributes", "netatalk attributes"};
-    return names[int(layout)];
-}
-
-bool UsesAttributes(Layout layout)
-{
-    return layout == Layout::AppleAttributes || layout == Layout::NetatalkAttributes;
-}
-
-// Writes the Mac file into `dir` in the given layout; returns the logical
-// path to open.
-std::string Place(Layout layout, const MacParts& parts, const Bytes& original, const TempDir& dir)
-{
-    const std::string path = dir / ("fonts/" + parts.name);
-    switch (layout) {
-    case Layout::MacBinaryIII:
-        WriteFile(path, original);
-        break;
-    case Layout::MacBinaryII:
-        WriteFile(path, MacBinaryFile(parts, 2));
-        break;
-    case Layout::MacBinaryI:
-        WriteFile(path, MacBinaryFile(parts, 1));
-        break;
-    case Layout::BinSibling:
-        WriteFile(path + ".bin", original);
-        break;
-    case Layout::AppleSingle:
-        WriteFile(path, AppleSingleFile(parts));
-        break;
-    case Layout::DotUnderscore:
-        WriteFile(path, parts.data);
-        WriteFile(dir / ("fonts/._" + parts.name), PlainAppleDouble(parts));
-        break;
-    case Layout::MacOSXDotUnderscore:
-        WriteFile(path, parts.data);
-        WriteFile(dir / ("fonts/._" + parts.name), MacOSXDotUnderscore(parts));
-        break;
-    case Layout::NetatalkFolder:
-        WriteFile(path, parts.data);
-        WriteFile(dir / ("fonts/.AppleDouble/" + parts.name), PlainAppleDouble(parts));
-        break;
-    case Layout::MacOSXZipFolder:
-        WriteFile(path, parts.data);
-        WriteFile(dir / ("__MACOSX/fonts/._" + parts.name), MacOSXDotUnderscore(parts));
-        break;
-    case Layout::AppleAttributes:
-        WriteFile(path, parts.data);
-        EXPECT_TRUE(SetAttribute(path, "user.com.apple.ResourceFork", parts.resource));
-        EXPECT_TRUE(SetAttribute(path, "user.com.apple.FinderInfo", parts.finderInfo()));
-        break;
-    case Layout::NetatalkAttributes:
-        WriteFile(path, parts.data);
-        EXPECT_TRUE(SetAttribute(path, "user.org.netatalk.ResourceFork", parts.resource));
-        EXPECT_TRUE(SetAttribute(path, "user.org.netatalk.Metadata", NetatalkMetadata(parts)));
-        break;
-    }
-    return path;
-}
 
 // The resources as the accessor hands them out, in the Listing() format.
 std::string AccessorListing(const TypeprobeResourceFile& file)

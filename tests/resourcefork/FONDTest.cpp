@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "resourcefork/FONDStyleNames.h"
-#include "resourcefork/MacFixtures.h"
+#include "common/MacFixtures.h"
 #include "resourcefork/PascalStrings.h"
 #include "resourcefork/PrinterFontNames.h"
 #include "resourcefork/TypeprobeResourceFile.h"

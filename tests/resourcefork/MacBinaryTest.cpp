@@ -3,7 +3,7 @@
 #include <functional>
 
 #include "resourcefork/MacBinary.h"
-#include "resourcefork/MacFixtures.h"
+#include "common/MacFixtures.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 
 #include <functional>
 
-#include "resourcefork/MacFixtures.h"
+#include "common/MacFixtures.h"
 #include "resourcefork/ResourceMap.h"
 #include "resourcefork/ResourceMapWriter.h"
 

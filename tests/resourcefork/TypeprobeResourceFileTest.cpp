@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "resourcefork/MacFixtures.h"
+#include "common/MacFixtures.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "resourcefork/MacFixtures.h"
+#include "common/MacFixtures.h"
 
 namespace {
 
