@@ -3,7 +3,6 @@
 #include <cstdio>
 
 #include "Attributes.h"
-#include "LibraryExtras.h"
 
 namespace tpcli {
 
@@ -27,7 +26,7 @@ TextAccessor TextAccessorFor(unsigned long bit)
     case kTP_AttrPlatform: return TP_GetPlatform;
     case kTP_AttrPrinterFontName: return TP_GetPrinterFont;
     case kTP_AttrWindowsMMFile: return TP_GetWindowsMMFile;
-    case kTP_AttrFoundryName: return FoundryAccessor();
+    case kTP_AttrFoundryName: return TP_GetFoundryName;
     default: return nullptr;
     }
 }
@@ -124,8 +123,7 @@ Face FontFile::face(unsigned long index) const
         }
     }
     if (face.has(kTP_AttrFoundryName))
-        if (TextAccessor accessor = LegacyFoundryAccessor())
-            face.legacyFoundry = ReadText(accessor, array_.get(), index);
+        face.legacyFoundry = ReadText(TP_GetLegacyFoundryName, array_.get(), index);
     return face;
 }
 

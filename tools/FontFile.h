@@ -19,7 +19,7 @@ struct Face {
     unsigned long mask = 0;  // the attributes read
     std::map<unsigned long, std::string> texts;
     std::map<unsigned long, unsigned long> numbers;
-    std::optional<std::string> legacyFoundry;  // with the foundry, when the library has it
+    std::optional<std::string> legacyFoundry;  // read with the foundry
 
     bool has(unsigned long bit) const { return (mask & bit) != 0; }
     std::string text(unsigned long bit) const;

@@ -5,7 +5,6 @@
 #include "Commands.h"
 #include "Diagnostics.h"
 #include "ExitCodes.h"
-#include "LibraryExtras.h"
 #include "ReportWriter.h"
 
 namespace tpcli {
@@ -35,14 +34,6 @@ bool ChooseAttributes(const std::vector<std::string>& names, unsigned long& mask
     return true;
 }
 
-bool RepresentationAvailable(OutputFormat format)
-{
-    if (RepresentationFor(format) == Representation::None) return true;
-    if (HasRepresentations()) return true;
-    ReportError("this build of the library has no XML or property-list representation");
-    return false;
-}
-
 }  // namespace
 
 int RunIdentify(const IdentifyOptions& options)
@@ -52,7 +43,6 @@ int RunIdentify(const IdentifyOptions& options)
     unsigned long columns = 0;
     if (!format || !ChooseAttributes(options.attributes, request.mask, columns))
         return kExitUsage;
-    if (!RepresentationAvailable(*format)) return kExitFailure;
     request.representation = RepresentationFor(*format);
     auto writer = MakeWriter(*format, std::cout, columns);
     const Summary summary = RunFiles(options.paths, request, options.run,

@@ -10,20 +10,8 @@
 
 namespace tpcli {
 
-namespace {
-
-bool TablesAvailable()
-{
-    if (HasKnowledgeTables()) return true;
-    ReportError("this build of the library has no knowledge tables");
-    return false;
-}
-
-}  // namespace
-
 int RunClassify(const ClassifyOptions& options)
 {
-    if (!TablesAvailable()) return kExitFailure;
     const auto classification = Classification(options.family, options.alternate.empty()
                                                                ? std::nullopt
                                                                : std::optional(options.alternate));
@@ -44,7 +32,6 @@ int RunClassify(const ClassifyOptions& options)
 
 int RunStyles(const StylesOptions& options)
 {
-    if (!TablesAvailable()) return kExitFailure;
     const auto styles = Styles(options.first, options.second);
     if (!styles) {
         ReportError("the style keyword table could not be read");

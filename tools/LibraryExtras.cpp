@@ -32,37 +32,20 @@ std::optional<std::string> WholeDocument(Writer writer, TP_FontArray* array)
 
 }  // namespace
 
-bool HasRepresentations() { return TYPEPROBE_CLI_HAS_REPRESENTATIONS; }
-bool HasKnowledgeTables() { return TYPEPROBE_CLI_HAS_TABLES; }
-
-#if TYPEPROBE_CLI_HAS_FOUNDRY
-TextAccessor FoundryAccessor() { return TP_GetFoundryName; }
-TextAccessor LegacyFoundryAccessor() { return TP_GetLegacyFoundryName; }
-#else
-TextAccessor FoundryAccessor() { return nullptr; }
-TextAccessor LegacyFoundryAccessor() { return nullptr; }
-#endif
-
 std::optional<std::string> Classification(const std::string& family,
                                           const std::optional<std::string>& alternate)
 {
-#if TYPEPROBE_CLI_HAS_TABLES
     std::string buffer(kNameCapacity, '\0');
     if (TP_GetClassificationFromFamily(family.c_str(), alternate ? alternate->c_str() : nullptr,
                                        buffer.data(), kNameCapacity) != kTP_Success)
         return std::nullopt;
     buffer.resize(buffer.find('\0'));
     return buffer;
-#else
-    (void)family, (void)alternate, (void)kNameCapacity;
-    return std::nullopt;
-#endif
 }
 
 std::optional<std::vector<std::string>> Styles(const std::string& first,
                                                const std::string& second)
 {
-#if TYPEPROBE_CLI_HAS_TABLES
     std::vector<std::string> storage(kMaxStyles, std::string(kStyleCapacity, '\0'));
     std::vector<char*> buffers;
     for (std::string& entry : storage) buffers.push_back(entry.data());
@@ -73,30 +56,16 @@ std::optional<std::vector<std::string>> Styles(const std::string& first,
     storage.resize(count);
     for (std::string& entry : storage) entry.resize(entry.find('\0'));
     return storage;
-#else
-    (void)first, (void)second, (void)kMaxStyles, (void)kStyleCapacity;
-    return std::nullopt;
-#endif
 }
 
 std::optional<std::string> XmlRepresentation(TP_FontArray* array)
 {
-#if TYPEPROBE_CLI_HAS_REPRESENTATIONS
     return WholeDocument(TP_GetXMLRepresentation, array);
-#else
-    (void)array;
-    return std::nullopt;
-#endif
 }
 
 std::optional<std::string> PropertyListRepresentation(TP_FontArray* array)
 {
-#if TYPEPROBE_CLI_HAS_REPRESENTATIONS
     return WholeDocument(TP_GetPropertyListRepresentation, array);
-#else
-    (void)array;
-    return std::nullopt;
-#endif
 }
 
 }  // namespace tpcli

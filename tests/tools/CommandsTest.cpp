@@ -13,7 +13,6 @@ using tooltest::Typeprobe;
 const std::vector<std::string> kCommands = {"identify", "split",    "match", "duplicates",
                                             "classify", "styles",   "version", "help"};
 
-#if TYPEPROBE_CLI_HAS_TABLES
 std::string LibraryClassification(const char* family, const char* alternate)
 {
     char buffer[256] = "";
@@ -56,7 +55,6 @@ TEST(Styles, OneStylePerLineAsTheLibraryFindsThem)
     EXPECT_EQ(plain.out, lines);
     EXPECT_EQ(Typeprobe({"styles", "Plain"}).out, "");
 }
-#endif
 
 TEST(Version, NamesTheToolAndTheLibrary)
 {

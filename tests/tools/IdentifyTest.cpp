@@ -8,6 +8,8 @@
 #include "ToolRun.h"
 #include "common/FileIO.h"
 #include "common/Oracle.h"
+#include "common/TempFolder.h"
+#include "typeprobe/typeprobe.h"
 
 namespace {
 
@@ -165,13 +167,99 @@ TEST(Identify, OutputOrderIsTheSameWhateverTheNumberOfJobs)
     EXPECT_TRUE(std::is_sorted(files.begin(), dejavuEnd));
 }
 
-TEST(Identify, RepresentationsAreTheLibrarysOwnForEveryFile)
+// The library's own document for one file, made in process.
+std::string LibraryDocument(const std::string& path, bool xml)
 {
-    if (!TYPEPROBE_CLI_HAS_REPRESENTATIONS) {
-        const auto run = Typeprobe({"identify", "-f", "xml", tooltest::MacCorpus("dfont")});
-        EXPECT_EQ(run.status, 1);
-        GTEST_SKIP() << "the library has no representations yet";
-    }
+    TP_FontArray* array = nullptr;
+    if (TP_CreateSpecifier(path.c_str(), 0, kTP_AllAttributes, &array) != 0) return "";
+    std::string buffer(1 << 20, '\0');
+    unsigned long length = buffer.size();
+    if (xml)
+        TP_GetXMLRepresentation(array, buffer.data(), &length);
+    else
+        TP_GetPropertyListRepresentation(array, buffer.data(), &length);
+    TP_SpecifierFree(array);
+    return buffer.substr(0, buffer.find('\0'));
+}
+
+unsigned long LibraryChecksum(const std::string& path)
+{
+    TP_FontArray* array = nullptr;
+    unsigned long checksum = 0;
+    if (TP_CreateSpecifier(path.c_str(), 0, kTP_AttrTypeprobeChecksum, &array) != 0) return 0;
+    TP_GetTypeprobeChecksum(array, 0, &checksum);
+    TP_SpecifierFree(array);
+    return checksum;
+}
+
+// The lines of an XML document between its two header lines and its closing line.
+std::string FaceBlocks(const std::string& document)
+{
+    auto lines = tooltest::Run::lines(document);
+    std::string blocks;
+    for (size_t i = 2; i + 1 < lines.size(); ++i) blocks += lines[i] + "\n";
+    return blocks;
+}
+
+TEST(Identify, XmlIsTheLibrarysDocumentForAllFilesAtOnce)
+{
+    REQUIRE_SYSTEM_FONTS();
+    const std::string suitcase = tooltest::MacCorpus("tt-family/DejaVuSans.suit");
+    const auto run = Typeprobe({"identify", "-f", "xml", suitcase, tooltest::kLiberationSans});
+    ASSERT_EQ(run.status, 0) << run.err;
+    const std::string first = LibraryDocument(suitcase, true);
+    const auto firstLines = tooltest::Run::lines(first);
+    ASSERT_GT(firstLines.size(), 3u);
+    EXPECT_EQ(run.out, firstLines[0] + "\n" + firstLines[1] + "\n" +
+                           "\t<!-- " + suitcase + " -->\n" + FaceBlocks(first) +
+                           "\t<!-- " + tooltest::kLiberationSans + " -->\n" +
+                           FaceBlocks(LibraryDocument(tooltest::kLiberationSans, true)) +
+                           firstLines.back() + "\n");
+    // The library reads the merged document back: four faces, then one.
+    TP_FontArray* array = nullptr;
+    ASSERT_EQ(TP_CreateSpecifierFromXML(run.out.c_str(), &array), 0u);
+    unsigned long count = 0;
+    TP_GetFontCount(array, &count);
+    char name[64] = "";
+    if (count == 5) TP_GetPostScriptName(array, 4, name, sizeof name);
+    TP_SpecifierFree(array);
+    EXPECT_EQ(count, 5u);
+    EXPECT_STREQ(name, "LiberationSans");
+}
+
+TEST(Identify, PropertyListHoldsEveryFaceWithItsFilesPath)
+{
+    REQUIRE_SYSTEM_FONTS();
+    const std::string dfont = tooltest::MacCorpus("dfont/DejaVuSans.dfont");
+    const auto run = Typeprobe({"identify", "-f", "plist", dfont, tooltest::kSansBold});
+    ASSERT_EQ(run.status, 0) << run.err;
+    TempFolder dir;
+    const std::string plist = dir.file("faces.plist", run.out);
+    const auto entries = oracle::python(
+        "import sys, plistlib\n"
+        "for d in plistlib.load(open(sys.argv[1], \"rb\")): "
+        "print(d[\"Path\"] + \"|\" + d[\"PostScriptName\"] + \"|\" + d[\"Checksum\"])",
+        plist);
+    EXPECT_EQ(entries, (std::vector<std::string>{
+                           dfont + "|DejaVuSans|" + Hex(LibraryChecksum(dfont)),
+                           tooltest::kSansBold + "|DejaVuSans-Bold|" + Hex(Crc32Of(tooltest::kSansBold))}));
+    TP_FontArray* array = nullptr;
+    ASSERT_EQ(TP_CreateSpecifierFromPropertyList(run.out.c_str(), &array), 0u);
+    unsigned long count = 0;
+    TP_GetFontCount(array, &count);
+    TP_SpecifierFree(array);
+    EXPECT_EQ(count, 2u);
+}
+
+TEST(Identify, RepresentationsOfNoFaceAreStillDocuments)
+{
+    const std::string readme = tooltest::MacCorpus("README.md");
+    const auto xml = Typeprobe({"identify", "-f", "xml", "-q", tooltest::MacCorpus("scripts")});
+    EXPECT_EQ(xml.status, 0) << xml.err;
+    EXPECT_EQ(xml.out, "<?xml version=\"1.0\" encoding=\"utf-8\" ?>\n<TypeprobeData>\n</TypeprobeData>\n");
+    const auto plist = Typeprobe({"identify", "-f", "plist", readme});
+    EXPECT_EQ(plist.status, 1);
+    EXPECT_NE(plist.out.find("<array/>"), std::string::npos) << plist.out;
 }
 
 }  // namespace

@@ -6,7 +6,7 @@
 
 #include "ToolRun.h"
 #include "common/TempFolder.h"
-#include "resourcefork/MacFixtures.h"
+#include "common/MacFixtures.h"
 
 namespace {
 

@@ -49,7 +49,7 @@ SplitResult Split(const std::string& collection, const std::string& directory,
     return result;
 }
 
-TEST(SeparateTTCFonts, WritesEveryFaceAsItsStandaloneSfnt)
+TEST(SplitExport, WritesEveryFaceAsItsStandaloneSfnt)
 {
     Collection ttc;
     const std::string out = ttc.dir.folder("out");
@@ -67,7 +67,7 @@ TEST(SeparateTTCFonts, WritesEveryFaceAsItsStandaloneSfnt)
     }
 }
 
-TEST(SeparateTTCFonts, TakenNamesMoveOnAndAShortBufferStillReportsTheSize)
+TEST(SplitExport, TakenNamesMoveOnAndAShortBufferStillReportsTheSize)
 {
     Collection ttc;
     const std::string out = ttc.dir.folder("out");
@@ -81,7 +81,7 @@ TEST(SeparateTTCFonts, TakenNamesMoveOnAndAShortBufferStillReportsTheSize)
     EXPECT_EQ(testfiles::readFile(out + "/0.ttf").size(), 4u);  // never overwritten
 }
 
-TEST(SeparateTTCFonts, NothingToSplitOrNowhereToWrite)
+TEST(SplitExport, NothingToSplitOrNowhereToWrite)
 {
     Collection ttc;
     const std::string notCollection = ttc.dir.file("plain.ttf", "not a collection at all");
