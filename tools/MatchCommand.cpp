@@ -42,8 +42,15 @@ std::optional<FontFile> OpenFace(const std::string& path, unsigned long face)
     return file;
 }
 
+// The attributes the library compares; the others are shown for reference.
+constexpr unsigned long kCompared = kTP_AttrKindName | kTP_AttrFamilyName |
+                                    kTP_AttrPostScriptName | kTP_AttrFoundryName |
+                                    kTP_AttrVersion | kTP_AttrKerningChecksum |
+                                    kTP_AttrOutlineFileSize | kTP_AttrPrinterFontName;
+
 std::string Verdict(unsigned long bit, unsigned long matching, unsigned long differing)
 {
+    if (!(bit & kCompared)) return "not compared";
     const bool same = matching & bit, differs = differing & bit;
     if (same && differs) return "same, letter case differs";
     if (same) return "same";

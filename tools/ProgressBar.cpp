@@ -55,6 +55,8 @@ void ProgressBar::draw(size_t done)
     line.append(size_t(filled), '#');
     line.append(size_t(barWidth - filled), '.');
     line += "]" + counter + "\033[K";
+    if (visible_ && line == lastLine_) return;
+    lastLine_ = line;
     std::fputs(line.c_str(), stderr);
     std::fflush(stderr);
     visible_ = true;

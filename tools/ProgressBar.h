@@ -27,6 +27,7 @@ private:
     Clock::time_point start_;
     Clock::time_point lastDraw_;
     bool visible_ = false;
+    std::string lastLine_;
 
     void draw(size_t done);
 };

@@ -44,6 +44,8 @@ TEST(Match, AFaceWithItselfIsTheSameRelease)
     EXPECT_EQ(lines.back(), "Same identity checksum: the same release of the same face.");
     EXPECT_EQ(Words(lines.at(0)), (Names{"ATTRIBUTE", "A", "B", "RESULT"}));
     EXPECT_EQ(Words(lines.at(1)), (Names{"postscript-name", "DejaVuSans-Bold", "DejaVuSans-Bold", "same"}));
+    EXPECT_EQ(Words(lines.at(4)), (Names{"full-name", "DejaVu", "Sans", "Bold", "DejaVu", "Sans",
+                                         "Bold", "not", "compared"}));
     // Columns line up under their headings.
     EXPECT_EQ(lines.at(1).find("DejaVuSans-Bold"), lines.at(0).find(" A ") + 1);
 }
