@@ -191,6 +191,26 @@ void AddVersionAndHelp(CLI::App& app, Options& options)
     help->add_flag("--man", options.man, "Print the manual page (troff)");
 }
 
+// typeprobe help [COMMAND] | --man
+int RunHelp(CLI::App& app, const Options& options)
+{
+    if (options.man) {
+        std::cout << ManPage(app, ToolVersion(), kSections);
+        return kExitOk;
+    }
+    if (options.helpTopic.empty()) {
+        std::cout << app.help();
+        return kExitOk;
+    }
+    try {
+        std::cout << app.get_subcommand(options.helpTopic)->help("typeprobe");
+    } catch (const CLI::OptionNotFound&) {
+        std::cerr << "typeprobe: no command \"" << options.helpTopic << "\"\n";
+        return kExitUsage;
+    }
+    return kExitOk;
+}
+
 int Dispatch(CLI::App& app, const Options& options)
 {
     const auto chosen = app.get_subcommands();
@@ -202,24 +222,8 @@ int Dispatch(CLI::App& app, const Options& options)
     if (name == "classify") return RunClassify(options.classify);
     if (name == "styles") return RunStyles(options.styles);
     if (name == "version") return RunVersion(options.versionFormat);
-    if (name == "help" && options.man) {
-        std::cout << ManPage(app, ToolVersion(), kSections);
-        return kExitOk;
-    }
-    if (name == "help" && !options.helpTopic.empty()) {
-        try {
-            std::cout << app.get_subcommand(options.helpTopic)->help("typeprobe");
-        } catch (const CLI::OptionNotFound&) {
-            std::cerr << "typeprobe: no command \"" << options.helpTopic << "\"\n";
-            return kExitUsage;
-        }
-        return kExitOk;
-    }
-    if (name == "help") {
-        std::cout << app.help();
-        return kExitOk;
-    }
-    std::cerr << app.help();
+    if (name == "help") return RunHelp(app, options);
+    std::cerr << app.help();  // no command
     return kExitUsage;
 }
 

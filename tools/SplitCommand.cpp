@@ -41,12 +41,17 @@ std::string FailureText(unsigned long code)
     }
 }
 
-std::vector<std::string> SplitLines(const std::string& list)
+// The written paths, as the folder was named: the library puts "./" before a
+// relative folder name without a slash.
+std::vector<std::string> SplitLines(const std::string& list, const std::string& directory)
 {
+    const bool dotted = directory.rfind("./", 0) == 0;
     std::vector<std::string> lines;
     std::istringstream in(list);
-    for (std::string line; std::getline(in, line);)
+    for (std::string line; std::getline(in, line);) {
+        if (!dotted && line.rfind("./", 0) == 0) line.erase(0, 2);
         if (!line.empty()) lines.push_back(line);
+    }
     return lines;
 }
 
@@ -85,7 +90,7 @@ int RunSplit(const SplitOptions& options)
     const unsigned long result = TP_SeparateTTCFonts(
         options.collection.c_str(), options.directory.c_str(), list.data(), &length, &count);
     list.resize(list.find('\0'));
-    Print(SplitLines(list), options.format);
+    Print(SplitLines(list, options.directory), options.format);
     if (count == 0 && created) {
         std::error_code ignored;
         std::filesystem::remove(options.directory, ignored);

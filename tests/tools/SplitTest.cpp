@@ -119,6 +119,18 @@ TEST(SplitCommand, ListsTheFilesWithTheirFacesNamesAndMakesTheFolder)
     EXPECT_EQ(json[1]["family"], "Fam");
 }
 
+TEST(SplitCommand, ARelativeFolderIsNamedAsGiven)
+{
+    Collection ttc;
+    const auto run = Typeprobe({"split", "two.ttc", "out"}, ttc.dir.path());
+    ASSERT_EQ(run.status, 0) << run.err;
+    const auto lines = run.outLines();
+    ASSERT_EQ(lines.size(), 3u);
+    EXPECT_EQ(lines[1].rfind("out/0.ttf  One", 0), 0u) << lines[1];
+    EXPECT_EQ(lines[2].rfind("out/1.ttf  Two", 0), 0u) << lines[2];
+    EXPECT_TRUE(fs::exists(ttc.dir / "out/1.ttf"));
+}
+
 TEST(SplitCommand, AFileThatIsNotACollectionLeavesNoFolderBehind)
 {
     Collection ttc;

@@ -46,8 +46,10 @@ inline std::string Slurp(const std::string& path)
     return std::string(std::istreambuf_iterator<char>(in), {});
 }
 
-// Runs `program` with `args`, output captured through two scratch files.
-inline Run RunProgram(const std::string& program, const std::vector<std::string>& args)
+// Runs `program` with `args` (in the folder `cwd` when given), output
+// captured through two scratch files.
+inline Run RunProgram(const std::string& program, const std::vector<std::string>& args,
+                      const std::string& cwd = "")
 {
     const std::string base = std::filesystem::temp_directory_path() / "typeprobe-run-XXXXXX";
     std::string outPath = base, errPath = base;
@@ -58,6 +60,7 @@ inline Run RunProgram(const std::string& program, const std::vector<std::string>
     posix_spawn_file_actions_adddup2(&actions, outFd, STDOUT_FILENO);
     posix_spawn_file_actions_adddup2(&actions, errFd, STDERR_FILENO);
     posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
+    if (!cwd.empty()) posix_spawn_file_actions_addchdir_np(&actions, cwd.c_str());
     std::vector<char*> argv{const_cast<char*>(program.c_str())};
     for (const std::string& arg : args) argv.push_back(const_cast<char*>(arg.c_str()));
     argv.push_back(nullptr);
@@ -77,9 +80,9 @@ inline Run RunProgram(const std::string& program, const std::vector<std::string>
     return run;
 }
 
-inline Run Typeprobe(const std::vector<std::string>& args)
+inline Run Typeprobe(const std::vector<std::string>& args, const std::string& cwd = "")
 {
-    return RunProgram(TYPEPROBE_CLI, args);
+    return RunProgram(TYPEPROBE_CLI, args, cwd);
 }
 
 // Fonts the setup script installs.
