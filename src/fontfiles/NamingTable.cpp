@@ -1,5 +1,6 @@
 #include "fontfiles/NamingTable.h"
 
+#include <algorithm>
 #include <optional>
 
 #include "fontfiles/SfntDirectory.h"
@@ -179,6 +180,15 @@ const LxString& firstNonEmpty(const LxString& a, const LxString& b)
 }
 
 }  // namespace
+
+std::pair<uint64_t, uint64_t> NamingTableReach(uint64_t tableOffset)
+{
+    constexpr uint64_t kLastRecordEnd = kNameHeaderSize + kNameRecordSize * INT16_MAX;
+    constexpr uint64_t kLastTextEnd = UINT16_MAX + INT16_MAX + kMaxNameLength;  // storage, offset, length
+    constexpr uint64_t kFirstText = -INT16_MIN;  // a negative offset from storage at the table
+    return {tableOffset > kFirstText ? tableOffset - kFirstText : 0,
+            tableOffset + std::max(kLastRecordEnd, kLastTextEnd)};
+}
 
 void AssignConditionally(LxString* target, const LxString& value, bool force)
 {

@@ -2,7 +2,9 @@
 // among the many platform and language records a font carries.
 #pragma once
 
+#include <cstdint>
 #include <string>
+#include <utility>
 
 #include "support/ByteView.h"
 #include "support/LxString.h"
@@ -18,6 +20,11 @@ int getMetaDataFromNamesTable(ByteView font, const void* resourceFile, const voi
                               short style, LxString* foundry, LxString* family,
                               LxString* version, LxString* postScriptName,
                               LxString* displayName, LxString* fullName);
+
+// The bytes [first, end) around a naming table at `tableOffset` that the
+// reading above can look at, whatever the table holds: the records of the
+// largest count and texts at the furthest signed offsets.
+std::pair<uint64_t, uint64_t> NamingTableReach(uint64_t tableOffset);
 
 // The same reading with only the PostScript name wanted.
 int getPostScriptNameFromNamesTable(ByteView font, const void* resourceFile, const void* fondHandle,

@@ -5,6 +5,8 @@
 
 #include <cerrno>
 
+#include "support/ReadScope.h"
+
 namespace {
 
 // The value may change between asking for its size and reading it.
@@ -48,6 +50,7 @@ std::optional<std::vector<uint8_t>> Read(const std::string& path, const char* na
 
 bool Write(const std::string& path, const char* name, ByteView value)
 {
+    ReadScope::Forget();
 #ifdef __APPLE__
     return setxattr(path.c_str(), name, value.data(), value.size(), 0, 0) == 0;
 #else

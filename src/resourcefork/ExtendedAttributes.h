@@ -26,6 +26,7 @@ std::optional<uint64_t> Size(const std::string& path, const char* name);
 std::optional<std::vector<uint8_t>> Read(const std::string& path, const char* name);
 
 // Replaces (or creates) the attribute; false when the file system refuses.
+// Makes the active ReadScope forget.
 bool Write(const std::string& path, const char* name, ByteView value);
 
 }  // namespace ExtendedAttributes

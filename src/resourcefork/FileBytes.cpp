@@ -7,6 +7,8 @@
 #include <algorithm>
 #include <cerrno>
 
+#include "support/ReadScope.h"
+
 namespace {
 
 class FileDescriptor {
@@ -58,20 +60,66 @@ bool writeFully(int fd, ByteView bytes)
     return true;
 }
 
-}  // namespace
-
-namespace FileBytes {
-
-std::optional<uint64_t> RegularFileSize(const std::string& path)
+std::optional<uint64_t> statRegularSize(const std::string& path)
 {
     struct stat status;
     if (::stat(path.c_str(), &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
     return uint64_t(status.st_size);
 }
 
+// Only regular files are opened, so that probing a path never blocks on a
+// pipe or touches a device.
+std::optional<SharedBytes> mapRegularFile(const std::string& path)
+{
+    if (!statRegularSize(path)) return std::nullopt;
+    FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    uint64_t size = 0;
+    if (!file.valid() || !regularSize(file.get(), size)) return std::nullopt;
+    return SharedBytes::MapFile(file.get(), size);
+}
+
+ReadScope::FileState* scopedFile(const std::string& path)
+{
+    ReadScope::Memory* memory = ReadScope::Active();
+    if (!memory) return nullptr;
+    auto [entry, added] = memory->files.try_emplace(path);
+    if (added) entry->second.regularSize = statRegularSize(path);
+    return &entry->second;
+}
+
+std::optional<SharedBytes> scopedMap(ReadScope::FileState& file, const std::string& path)
+{
+    if (!file.mapTried && file.regularSize) file.bytes = mapRegularFile(path);
+    file.mapTried = true;
+    return file.bytes;
+}
+
+}  // namespace
+
+namespace FileBytes {
+
+std::optional<uint64_t> RegularFileSize(const std::string& path)
+{
+    if (ReadScope::FileState* file = scopedFile(path)) return file->regularSize;
+    return statRegularSize(path);
+}
+
+std::optional<SharedBytes> Map(const std::string& path)
+{
+    if (ReadScope::FileState* file = scopedFile(path)) return scopedMap(*file, path);
+    return mapRegularFile(path);
+}
+
 bool ReadRange(const std::string& path, uint64_t offset, uint64_t length,
                std::vector<uint8_t>& out)
 {
+    if (ReadScope::FileState* scoped = scopedFile(path)) {
+        auto whole = scopedMap(*scoped, path);
+        auto range = whole ? whole->slice(offset, length) : std::nullopt;
+        if (!range) return false;
+        out.assign(range->view().span().begin(), range->view().span().end());
+        return true;
+    }
     FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
     uint64_t size = 0;
     if (!file.valid() || !regularSize(file.get(), size)) return false;
@@ -97,6 +145,7 @@ bool ReadAll(const std::string& path, std::vector<uint8_t>& out)
 
 bool Rewrite(const std::string& path, ByteView bytes)
 {
+    ReadScope::Forget();
     FileDescriptor file(::open(path.c_str(), O_WRONLY | O_CLOEXEC));
     uint64_t size = 0;
     return file.valid() && regularSize(file.get(), size) && ::ftruncate(file.get(), 0) == 0 &&
