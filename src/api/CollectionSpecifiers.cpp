@@ -27,7 +27,8 @@ void fillReaderImage(const Face& face, ZeroedBuffer& image)
     face.copyRange(0, face.header.size(), image.span());
     const ByteView font = image.view();
     if (auto name = FindSpecifiedTable(font, "name")) {
-        const auto [first, end] = NamingTableReach(name->offset);
+        face.copyRange(name->offset, uint64_t(name->offset) + kNameHeaderSize, image.span());
+        const auto [first, end] = NamingTableReach(font, name->offset);
         face.copyRange(first, end, image.span());
     }
     if (auto kerning = KerningChecksumTable(font))

@@ -8,7 +8,6 @@
 namespace {
 
 constexpr size_t kNameRecordSize = 12;
-constexpr size_t kNameHeaderSize = 6;
 constexpr int16_t kMaxNameLength = 1023;
 constexpr uint16_t kLanguageJapanese = 11;
 constexpr uint16_t kLanguageUSEnglish = 0x409;
@@ -181,13 +180,19 @@ const LxString& firstNonEmpty(const LxString& a, const LxString& b)
 
 }  // namespace
 
-std::pair<uint64_t, uint64_t> NamingTableReach(uint64_t tableOffset)
+std::pair<uint64_t, uint64_t> NamingTableReach(ByteView font, uint64_t tableOffset)
 {
-    constexpr uint64_t kLastRecordEnd = kNameHeaderSize + kNameRecordSize * INT16_MAX;
-    constexpr uint64_t kLastTextEnd = UINT16_MAX + INT16_MAX + kMaxNameLength;  // storage, offset, length
-    constexpr uint64_t kFirstText = -INT16_MIN;  // a negative offset from storage at the table
-    return {tableOffset > kFirstText ? tableOffset - kFirstText : 0,
-            tableOffset + std::max(kLastRecordEnd, kLastTextEnd)};
+    int16_t count = 0;
+    uint16_t stringOffset = 0;
+    font.i16(size_t(tableOffset) + 2, count);
+    font.u16(size_t(tableOffset) + 4, stringOffset);
+    const uint64_t recordsEnd =
+        tableOffset + kNameHeaderSize + kNameRecordSize * uint64_t(std::max<int16_t>(count, 0));
+    const uint64_t storage = tableOffset + stringOffset;
+    const uint64_t before = uint64_t(-int64_t(INT16_MIN));  // the most negative text offset
+    const uint64_t textsFirst = storage > before ? storage - before : 0;
+    const uint64_t textsEnd = storage + INT16_MAX + kMaxNameLength;
+    return {std::min(tableOffset, textsFirst), std::max(recordsEnd, textsEnd)};
 }
 
 void AssignConditionally(LxString* target, const LxString& value, bool force)
