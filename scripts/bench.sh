@@ -1,0 +1,95 @@
+#!/usr/bin/env bash
+# Times `typeprobe identify` with every attribute, on one thread and on two,
+# against `cat`, `fc-scan` and a fontTools reader (lazy naming table plus a
+# zlib CRC of each file) over the same font files in one run: the fonts of
+# Debian's font packages, warm page cache, the median of several runs. Prints
+# the machine, the medians, the ratios and the peak memory of identify.
+#
+#   scripts/bench.sh            # builds build-bench/ and measures
+#   RUNS=21 scripts/bench.sh    # more runs per command
+#   TYPEPROBE=/path/to/typeprobe scripts/bench.sh
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+runs=${RUNS:-15}
+build=${BUILD:-build-bench}
+packages=(fonts-dejavu-core fonts-liberation2 fonts-urw-base35 fonts-texgyre fonts-noto-cjk
+          fonts-wqy-zenhei fonts-lmodern xfonts-scalable gsfonts)
+python=/usr/bin/python3  # Debian's, where python3-fonttools is installed
+
+scripts/setup.sh
+if [[ -z "${TYPEPROBE:-}" ]]; then
+  cmake -S . -B "$build" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DTYPEPROBE_BUILD_TESTS=OFF >/dev/null
+  cmake --build "$build" -j2 --target typeprobe-cli >/dev/null
+  TYPEPROBE=$build/bin/typeprobe
+fi
+
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+
+# The packages' own font files (links left out, so no file counts twice).
+for package in "${packages[@]}"; do
+  dpkg -L "$package" 2>/dev/null || true
+done | grep -E '\.(ttf|ttc|otf|pfb|pfa|pfm|afm|t1)$' | sort -u | while read -r file; do
+  [[ -f "$file" && ! -L "$file" ]] && printf '%s\n' "$file"
+done > "$work/files"
+mapfile -t files < "$work/files"
+((${#files[@]} > 0)) || { echo "no font files: run scripts/setup.sh" >&2; exit 1; }
+total_bytes=$(cat "${files[@]}" | wc -c)
+largest_bytes=$(stat -c %s "${files[@]}" | sort -n | tail -1)
+
+cat > "$work/names.py" <<'PY'
+import io, sys, zlib
+from fontTools.ttLib import TTCollection, TTFont
+for path in sys.argv[1:]:
+    data = open(path, "rb").read()
+    zlib.crc32(data)
+    try:
+        fonts = TTCollection(io.BytesIO(data), lazy=True).fonts if data[:4] == b"ttcf" \
+            else [TTFont(io.BytesIO(data), lazy=True)]
+        for font in fonts:
+            font["name"].getDebugName(6)
+    except Exception:
+        pass  # not an sfnt: the CRC alone
+PY
+
+echo "== machine"
+lscpu | grep -E '^(Model name|CPU\(s\)|Thread\(s\) per core)' | sed 's/  */ /g'
+echo "kernel: $(uname -r), memory: $(free -m | awk '/^Mem:/ {print $2}') MB"
+echo "load before: $(cut -d' ' -f1-3 /proc/loadavg)"
+echo "corpus: ${#files[@]} files, $((total_bytes / 1000000)) MB, largest $((largest_bytes / 1000000)) MB"
+echo "runs: $runs per command, warm cache (3 warm-up runs each)"
+
+# One hyperfine run over every command, so that they share the machine's
+# state; -N runs them without a shell.
+hyperfine -N -i --warmup 3 --runs "$runs" --style none --export-json "$work/times.json" \
+  -n cat "cat ${files[*]}" \
+  -n "typeprobe -j1" "$TYPEPROBE identify -j1 -a all -f jsonl ${files[*]}" \
+  -n "typeprobe -j2" "$TYPEPROBE identify -j2 -a all -f jsonl ${files[*]}" \
+  -n fontTools "$python $work/names.py ${files[*]}" \
+  -n fc-scan "fc-scan ${files[*]}" >/dev/null
+echo "load after: $(cut -d' ' -f1-3 /proc/loadavg)"
+
+# Peak memory of one identify over the whole corpus.
+/usr/bin/time -v "$TYPEPROBE" identify -j1 -a all -f jsonl "${files[@]}" >/dev/null 2>"$work/time.txt" || true
+peak_kb=$(awk -F': ' '/Maximum resident set size/ {print $2}' "$work/time.txt")
+
+"$python" - "$work/times.json" "$peak_kb" "$largest_bytes" <<'PY'
+import json, statistics, sys
+results = {r["command"]: r for r in json.load(open(sys.argv[1]))["results"]}
+median = {name: statistics.median(r["times"]) for name, r in results.items()}
+cat, one, two, fc = median["cat"], median["typeprobe -j1"], median["typeprobe -j2"], median["fc-scan"]
+print("\n== median wall-clock time (user + system CPU)")
+for name, r in results.items():
+    cpu = statistics.median(u + s for u, s in zip(r["user"], r["system"]))
+    print(f"{name:14} {median[name]:8.3f} s  ({cpu:.3f} s CPU)")
+print("\n== ratios")
+print(f"typeprobe -j1 / cat      {one / cat:6.2f}   (goal: at most 1.5)")
+print(f"typeprobe -j2 / cat      {two / cat:6.2f}")
+print(f"fc-scan / typeprobe -j1  {fc / one:6.2f}   (goal: at least 5)")
+print(f"fontTools / typeprobe -j1 {median['fontTools'] / one:5.2f}")
+print(f"typeprobe -j1 / -j2      {one / two:6.2f}")
+peak, largest = int(sys.argv[2]) * 1024, int(sys.argv[3])
+print(f"\n== peak memory of identify -j1: {peak / 1e6:.1f} MB "
+      f"(goal: below 64 MB + largest file {largest / 1e6:.1f} MB = {(64e6 + largest) / 1e6:.1f} MB)")
+PY
