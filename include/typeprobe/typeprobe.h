@@ -68,6 +68,23 @@ enum {
 TP_API unsigned long TP_CreateSpecifier(const char* path, unsigned long reserved,
                                         unsigned long attributeMask, TP_FontArray** result);
 
+/* ---- Splitting a TrueType collection ---- */
+
+/* Writes each face of the TrueType collection at `collectionPath` as a
+ * standalone TrueType file in the existing folder `directory`, named by face
+ * number: "0.ttf", "1.ttf", ... (a name already taken moves on to the next
+ * number). The paths written, each followed by a newline, are copied into
+ * `buffer`: on entry *length holds its capacity, on return the size the
+ * whole list needs with its terminating zero (the list is truncated when
+ * that exceeds the capacity). *count receives the number of files written.
+ * Returns 0 when every face was written; 1 when a pointer is null or
+ * nothing was written because the file is not a readable collection;
+ * otherwise the code of the last face that failed: 1 a face that cannot
+ * stand alone, 4 a file that cannot be written, 5 a face outside the file. */
+TP_API unsigned long TP_SeparateTTCFonts(const char* collectionPath, const char* directory,
+                                         char* buffer, unsigned long* length,
+                                         unsigned long* count);
+
 /* Stores the library's version (1.2) when both pointers are non-null. */
 TP_API void TP_GetTypeprobeVersion(unsigned long* major, unsigned long* minor);
 

@@ -1,0 +1,39 @@
+// Identifying one file: what a worker thread does for each file of a run.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "FileDiscovery.h"
+#include "FontFile.h"
+
+namespace tpcli {
+
+enum class Representation { None, Xml, PropertyList };
+
+struct IdentifyRequest {
+    unsigned long mask = 0;
+    Representation representation = Representation::None;
+};
+
+struct FileReport {
+    enum class Outcome {
+        Faces,       // at least one face
+        NoFace,      // read, but not a font the library knows
+        Unreadable,  // could not be opened; `message` says why
+        Failed,      // the library gave up; `message` says why
+    };
+    FileTask task;
+    Outcome outcome = Outcome::NoFace;
+    std::string message;
+    std::vector<Face> faces;
+    std::string representation;  // the document asked for, when there are faces
+
+    // The line to report, empty when the outcome is not worth one (a file
+    // without a face met in a folder).
+    std::string problem() const;
+};
+
+FileReport IdentifyFile(const FileTask& task, const IdentifyRequest& request);
+
+}  // namespace tpcli
