@@ -25,6 +25,15 @@ ssize_t getAttribute(const std::string& path, const char* name, void* buffer, si
 
 namespace ExtendedAttributes {
 
+bool HasAny(const std::string& path)
+{
+#ifdef __APPLE__
+    return listxattr(path.c_str(), nullptr, 0, 0) > 0;
+#else
+    return listxattr(path.c_str(), nullptr, 0) > 0;
+#endif
+}
+
 std::optional<uint64_t> Size(const std::string& path, const char* name)
 {
     ssize_t size = getAttribute(path, name, nullptr, 0);

@@ -67,11 +67,10 @@ std::optional<uint64_t> statRegularSize(const std::string& path)
     return uint64_t(status.st_size);
 }
 
-// Only regular files are opened, so that probing a path never blocks on a
-// pipe or touches a device.
-std::optional<SharedBytes> mapRegularFile(const std::string& path)
+// Only paths known to be regular files are opened, so that probing a path
+// never blocks on a pipe or touches a device.
+std::optional<SharedBytes> mapKnownRegularFile(const std::string& path)
 {
-    if (!statRegularSize(path)) return std::nullopt;
     FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
     uint64_t size = 0;
     if (!file.valid() || !regularSize(file.get(), size)) return std::nullopt;
@@ -89,7 +88,7 @@ ReadScope::FileState* scopedFile(const std::string& path)
 
 std::optional<SharedBytes> scopedMap(ReadScope::FileState& file, const std::string& path)
 {
-    if (!file.mapTried && file.regularSize) file.bytes = mapRegularFile(path);
+    if (!file.mapTried && file.regularSize) file.bytes = mapKnownRegularFile(path);
     file.mapTried = true;
     return file.bytes;
 }
@@ -107,7 +106,8 @@ std::optional<uint64_t> RegularFileSize(const std::string& path)
 std::optional<SharedBytes> Map(const std::string& path)
 {
     if (ReadScope::FileState* file = scopedFile(path)) return scopedMap(*file, path);
-    return mapRegularFile(path);
+    if (!statRegularSize(path)) return std::nullopt;
+    return mapKnownRegularFile(path);
 }
 
 bool ReadRange(const std::string& path, uint64_t offset, uint64_t length,

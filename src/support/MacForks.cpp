@@ -186,8 +186,10 @@ Found metadataPlaces(const std::string& path)
 #ifdef __APPLE__
     found.merge(nativeFork(path));
 #endif
-    if (!found.complete()) found.merge(appleAttributes(path));
-    if (!found.complete()) found.merge(netatalkAttributes(path));
+    if (!found.complete() && ExtendedAttributes::HasAny(path)) {
+        found.merge(appleAttributes(path));
+        if (!found.complete()) found.merge(netatalkAttributes(path));
+    }
     if (found.complete()) return found;
     for (const std::string& candidate : sidecarPaths(path)) {
         found.merge(sidecar(candidate));
