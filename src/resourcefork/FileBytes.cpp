@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdint>
 
 #include "support/ReadScope.h"
 
@@ -74,7 +75,12 @@ std::optional<SharedBytes> mapKnownRegularFile(const std::string& path)
     FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
     uint64_t size = 0;
     if (!file.valid() || !regularSize(file.get(), size)) return std::nullopt;
-    return SharedBytes::MapFile(file.get(), size);
+    if (auto mapped = SharedBytes::MapFile(file.get(), size)) return mapped;
+    // A file system that cannot map (some network and FUSE ones): read it.
+    if (size > SIZE_MAX) return std::nullopt;
+    std::vector<uint8_t> bytes(static_cast<size_t>(size));
+    if (!readFully(file.get(), 0, bytes.data(), bytes.size())) return std::nullopt;
+    return SharedBytes(std::move(bytes));
 }
 
 ReadScope::FileState* scopedFile(const std::string& path)
