@@ -61,35 +61,40 @@ echo "corpus: ${#files[@]} files, $((total_bytes / 1000000)) MB, largest $((larg
 echo "runs: $runs per command, warm cache (3 warm-up runs each)"
 
 # One hyperfine run over every command, so that they share the machine's
-# state; -N runs them without a shell.
+# state; -N runs them without a shell, -i accepts the non-zero exit of
+# identify and fc-scan on the files that hold no font (metrics, Type 1 text).
 hyperfine -N -i --warmup 3 --runs "$runs" --style none --export-json "$work/times.json" \
   -n cat "cat ${files[*]}" \
-  -n "typeprobe -j1" "$TYPEPROBE identify -j1 -a all -f jsonl ${files[*]}" \
-  -n "typeprobe -j2" "$TYPEPROBE identify -j2 -a all -f jsonl ${files[*]}" \
+  -n "typeprobe -j1" "$TYPEPROBE identify -j1 -a all ${files[*]}" \
+  -n "typeprobe -j2" "$TYPEPROBE identify -j2 -a all ${files[*]}" \
   -n fontTools "$python $work/names.py ${files[*]}" \
-  -n fc-scan "fc-scan ${files[*]}" >/dev/null
+  -n fc-scan "fc-scan ${files[*]}" >/dev/null 2>"$work/hyperfine.txt" ||
+  { cat "$work/hyperfine.txt" >&2; exit 1; }
 echo "load after: $(cut -d' ' -f1-3 /proc/loadavg)"
 
 # Peak memory of one identify over the whole corpus.
-/usr/bin/time -v "$TYPEPROBE" identify -j1 -a all -f jsonl "${files[@]}" >/dev/null 2>"$work/time.txt" || true
+/usr/bin/time -v "$TYPEPROBE" identify -j1 -a all "${files[@]}" >/dev/null 2>"$work/time.txt" || true
 peak_kb=$(awk -F': ' '/Maximum resident set size/ {print $2}' "$work/time.txt")
 
 "$python" - "$work/times.json" "$peak_kb" "$largest_bytes" <<'PY'
 import json, statistics, sys
 results = {r["command"]: r for r in json.load(open(sys.argv[1]))["results"]}
-median = {name: statistics.median(r["times"]) for name, r in results.items()}
-cat, one, two, fc = median["cat"], median["typeprobe -j1"], median["typeprobe -j2"], median["fc-scan"]
-print("\n== median wall-clock time (user + system CPU)")
-for name, r in results.items():
-    cpu = statistics.median(u + s for u, s in zip(r["user"], r["system"]))
-    print(f"{name:14} {median[name]:8.3f} s  ({cpu:.3f} s CPU)")
-print("\n== ratios")
-print(f"typeprobe -j1 / cat      {one / cat:6.2f}   (goal: at most 1.5)")
-print(f"typeprobe -j2 / cat      {two / cat:6.2f}")
-print(f"fc-scan / typeprobe -j1  {fc / one:6.2f}   (goal: at least 5)")
-print(f"fontTools / typeprobe -j1 {median['fontTools'] / one:5.2f}")
-print(f"typeprobe -j1 / -j2      {one / two:6.2f}")
+wall = {name: statistics.median(r["times"]) for name, r in results.items()}
+cpu = {name: r["user"] + r["system"] for name, r in results.items()}
+print("\n== time per run: median wall clock, mean CPU (user + system)")
+for name in results:
+    print(f"{name:14} {wall[name]:7.3f} s wall {cpu[name]:7.3f} s CPU")
+print("\n== ratios                     wall    CPU")
+def ratio(label, a, b, goal=""):
+    print(f"{label:26} {wall[a] / wall[b]:6.2f} {cpu[a] / cpu[b]:6.2f}   {goal}")
+ratio("typeprobe -j1 / cat", "typeprobe -j1", "cat", "(goal: at most 1.5)")
+ratio("typeprobe -j2 / cat", "typeprobe -j2", "cat")
+ratio("fc-scan / typeprobe -j1", "fc-scan", "typeprobe -j1", "(goal: at least 5)")
+ratio("fc-scan / typeprobe -j2", "fc-scan", "typeprobe -j2")
+ratio("fontTools / typeprobe -j1", "fontTools", "typeprobe -j1")
+ratio("typeprobe -j1 / -j2", "typeprobe -j1", "typeprobe -j2")
+mib = 1 << 20
 peak, largest = int(sys.argv[2]) * 1024, int(sys.argv[3])
-print(f"\n== peak memory of identify -j1: {peak / 1e6:.1f} MB "
-      f"(goal: below 64 MB + largest file {largest / 1e6:.1f} MB = {(64e6 + largest) / 1e6:.1f} MB)")
+print(f"\n== peak memory of identify -j1: {peak / mib:.1f} MiB "
+      f"(goal: below 64 MiB + the largest file, {largest / mib:.1f} MiB: {64 + largest / mib:.1f} MiB)")
 PY

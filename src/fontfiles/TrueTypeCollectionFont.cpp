@@ -37,6 +37,12 @@ __attribute__((target_clones("avx2", "default"))) uint32_t wordSum(const SumBloc
     return sum;
 }
 
+// Stores a big-endian word into a rebuilt header (of our own making).
+void putU32(std::vector<uint8_t>& bytes, size_t at, uint32_t value)
+{
+    for (size_t i = 0; i < 4; ++i) bytes[at + i] = uint8_t(value >> (24 - 8 * i));
+}
+
 bool pathExists(const std::string& path)
 {
     struct stat info;
@@ -138,10 +144,8 @@ int TrueTypeCollectionFont::LayoutFace(unsigned long face, Face& out) const
         if (!collection.contains(offset, size_t(padded))) return 5;
         const TableSums& sums = sumsOf(offset, length);
         layout.tables.push_back({*collection.sub(offset, length), at, padded, sums.paddedCRC});
-        for (int byte = 0; byte < 4; ++byte) {
-            layout.header[entry + 4 + byte] = uint8_t(sums.checkSum >> (24 - 8 * byte));
-            layout.header[entry + 8 + byte] = uint8_t(uint32_t(at) >> (24 - 8 * byte));
-        }
+        putU32(layout.header, entry + 4, sums.checkSum);
+        putU32(layout.header, entry + 8, uint32_t(at));
         at += padded;
     }
     layout.size = at;

@@ -28,7 +28,8 @@ public:
     // One face as a standalone sfnt, described rather than built: the
     // rebuilt offset table and directory (new offsets, padded table
     // checksums), then each table's bytes, in directory order, back to back
-    // and padded with zeros to 4 bytes.
+    // and padded with zeros to 4 bytes. The tables are views of the
+    // collection's bytes, valid while the collection object lives.
     struct Face {
         struct Table {
             ByteView bytes;         // in the collection
