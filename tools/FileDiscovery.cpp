@@ -8,6 +8,7 @@
 #include <climits>
 #include <cstdlib>
 #include <cstring>
+#include <map>
 #include <set>
 
 #include "MacSidecars.h"
@@ -66,10 +67,29 @@ private:
         return ::stat(path.c_str(), &info) == 0 && S_ISREG(info.st_mode);
     }
 
-    static std::string canonical(const std::string& path)
+    std::map<std::string, std::string> canonicalFolders_;
+
+    static std::string resolved(const std::string& path)
     {
-        char resolved[PATH_MAX];
-        return ::realpath(path.c_str(), resolved) ? std::string(resolved) : path;
+        char buffer[PATH_MAX];
+        return ::realpath(path.c_str(), buffer) ? std::string(buffer) : path;
+    }
+
+    // The folder resolved once and the name appended: what realpath() gives
+    // unless the name is itself a link or a dot entry, at one look-up per
+    // file instead of one per path component.
+    std::string canonical(const std::string& path)
+    {
+        const size_t slash = path.rfind('/');
+        const std::string name = slash == std::string::npos ? path : path.substr(slash + 1);
+        struct stat link {};
+        if (name.empty() || name == "." || name == ".." || ::lstat(path.c_str(), &link) != 0 ||
+            S_ISLNK(link.st_mode))
+            return resolved(path);
+        const std::string folder = slash == std::string::npos ? "." : path.substr(0, std::max<size_t>(slash, 1));
+        auto [entry, added] = canonicalFolders_.try_emplace(folder);
+        if (added) entry->second = resolved(folder);
+        return entry->second + (entry->second.back() == '/' ? "" : "/") + name;
     }
 
     void problem(const std::string& path, const std::string& message)

@@ -1,19 +1,48 @@
 #include "api/CollectionSpecifiers.h"
 
-#include <vector>
-
 #include "checksum/CChecksum.h"
 #include "fontfiles/FontKind.h"
 #include "fontfiles/NamingTable.h"
+#include "fontfiles/SfntDirectory.h"
 #include "fontfiles/SfntPlatform.h"
 #include "fontfiles/TrueTypeCollectionFont.h"
+#include "support/ZeroedBuffer.h"
 #include "typeprobe/typeprobe.h"
 
 namespace {
 
+using Face = TrueTypeCollectionFont::Face;
+
 LxString* wanted(unsigned long mask, unsigned long bit, LxString& field)
 {
     return (mask & bit) ? &field : nullptr;
+}
+
+// The standalone face as its readers see it: only what they look at is
+// filled in (the directory, the naming table with all that its records can
+// reach, the table the kerning checksum sums), the rest reads as zeros. The
+// outlines that faces share, most of a collection, are never copied.
+void fillReaderImage(const Face& face, ZeroedBuffer& image)
+{
+    face.copyRange(0, face.header.size(), image.span());
+    const ByteView font = image.view();
+    if (auto name = FindSpecifiedTable(font, "name")) {
+        face.copyRange(name->offset, uint64_t(name->offset) + kNameHeaderSize, image.span());
+        const auto [first, end] = NamingTableReach(font, name->offset);
+        face.copyRange(first, end, image.span());
+    }
+    if (auto kerning = KerningChecksumTable(font))
+        face.copyRange(kerning->offset, uint64_t(kerning->offset) + kerning->length, image.span());
+}
+
+// The CRC-32 of the standalone face continued from `crc`: over its header,
+// then each padded table's own CRC joined on.
+unsigned long faceCRC(const Face& face, unsigned long crc)
+{
+    crc = CChecksum::icrc(face.header.data(), face.header.size(), crc);
+    for (const Face::Table& table : face.tables)
+        crc = CChecksum::combine(crc, table.paddedCRC, table.paddedLength);
+    return crc;
 }
 
 }  // namespace
@@ -21,15 +50,17 @@ LxString* wanted(unsigned long mask, unsigned long bit, LxString& field)
 void AppendCollectionFaces(const char* path, unsigned long attributeMask, TP_FontArray& array)
 {
     TrueTypeCollectionFont collection(path);
-    std::vector<char> bytes;
     const unsigned long count = collection.faceCount();
     for (unsigned long index = 0; index < count; ++index) {
-        const int rebuilt = collection.GetDataPtrForFace(index, bytes);
+        Face layout;
+        const int rebuilt = collection.LayoutFace(index, layout);
         // A face whose offset entry lies past the end means every later one
         // does too.
         if (rebuilt == 5 && 12 + 4 * uint64_t(index) + 4 >= collection.bytes().size()) break;
         if (rebuilt != 0) continue;
-        const ByteView font(bytes.data(), bytes.size());
+        ZeroedBuffer image(size_t(layout.size));
+        fillReaderImage(layout, image);
+        const ByteView font = image.view();
         TP_FontSpecifier face;
         face.kindName = kKindCollection;
         if (!getMetaDataFromNamesTable(
@@ -44,8 +75,7 @@ void AppendCollectionFaces(const char* path, unsigned long attributeMask, TP_Fon
             GetTrueTypeKerningTableChecksum(font, &face.kerningChecksum);
         if (!GetPlatformTTF(font, &face.platform)) continue;
         // The legacy checksum is still 0 here: the plain CRC-32 of the face.
-        face.typeprobeChecksum = uint32_t(CChecksum::icrc(
-            font.data(), font.size(), face.legacyTypeprobeChecksum));
+        face.typeprobeChecksum = uint32_t(faceCRC(layout, face.legacyTypeprobeChecksum));
         face.validAttributes = uint32_t(attributeMask);
         array.Append(face);
     }

@@ -4,6 +4,7 @@
 #include "api/ResourceFileSpecifiers.h"
 #include "fontfiles/FontKind.h"
 #include "support/MacForks.h"
+#include "support/ReadScope.h"
 #include "typeprobe/typeprobe.h"
 
 extern "C" {
@@ -12,6 +13,8 @@ TP_API unsigned long TP_CreateSpecifier(const char* path, unsigned long /*reserv
                                         unsigned long attributeMask, TP_FontArray** result)
 {
     if (!path || !result) return kTP_NullArgumentOrNotFound;
+    // The metadata readers and the checksums share one read of each fork.
+    ReadScope readOnce;
     // A missing file has no faces, whatever its name says it holds.
     if (!MacForks::Describe(path).exists) return kTP_NullArgumentOrNotFound;
     auto array = std::make_unique<TP_FontArray>();

@@ -1,18 +1,22 @@
 // CRC-32 and the whole-file checksum that identity checksums rest on.
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 class CChecksum {
 public:
     // zlib's CRC-32 of the bytes, continued from `crc` (0 starts afresh).
     static unsigned long icrc(const unsigned char* data, unsigned long length, unsigned long crc);
+    // The CRC-32 of A followed by B, from the CRCs of A and of B (each from
+    // 0) and B's length.
+    static unsigned long combine(unsigned long crcA, unsigned long crcB, uint64_t lengthB);
 
     // CRC-32 over the data fork and then the resource fork of the logical
     // file at `path`, from 0, into *total; with `dataForkOnly`, also the
     // data fork's own CRC. True when the resource fork was read, otherwise
     // when the total differs from the value *total held on entry. Each fork
-    // is read whole into a buffer of this thread's that only grows.
+    // is viewed in place (mapped), and read only once per ReadScope.
     static bool CalculateFileChecksum(const std::string& path, unsigned long* total,
                                       unsigned long* dataForkOnly);
 };

@@ -1,5 +1,6 @@
 #include "fontfiles/NamingTable.h"
 
+#include <algorithm>
 #include <optional>
 
 #include "fontfiles/SfntDirectory.h"
@@ -7,7 +8,6 @@
 namespace {
 
 constexpr size_t kNameRecordSize = 12;
-constexpr size_t kNameHeaderSize = 6;
 constexpr int16_t kMaxNameLength = 1023;
 constexpr uint16_t kLanguageJapanese = 11;
 constexpr uint16_t kLanguageUSEnglish = 0x409;
@@ -179,6 +179,21 @@ const LxString& firstNonEmpty(const LxString& a, const LxString& b)
 }
 
 }  // namespace
+
+std::pair<uint64_t, uint64_t> NamingTableReach(ByteView font, uint64_t tableOffset)
+{
+    int16_t count = 0;
+    uint16_t stringOffset = 0;
+    font.i16(size_t(tableOffset) + 2, count);
+    font.u16(size_t(tableOffset) + 4, stringOffset);
+    const uint64_t recordsEnd =
+        tableOffset + kNameHeaderSize + kNameRecordSize * uint64_t(std::max<int16_t>(count, 0));
+    const uint64_t storage = tableOffset + stringOffset;
+    const uint64_t before = uint64_t(-int64_t(INT16_MIN));  // the most negative text offset
+    const uint64_t textsFirst = storage > before ? storage - before : 0;
+    const uint64_t textsEnd = storage + INT16_MAX + kMaxNameLength;
+    return {std::min(tableOffset, textsFirst), std::max(recordsEnd, textsEnd)};
+}
 
 void AssignConditionally(LxString* target, const LxString& value, bool force)
 {

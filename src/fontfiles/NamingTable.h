@@ -2,10 +2,15 @@
 // among the many platform and language records a font carries.
 #pragma once
 
+#include <cstdint>
 #include <string>
+#include <utility>
 
 #include "support/ByteView.h"
 #include "support/LxString.h"
+
+// The naming table's header: format, count, stringOffset.
+constexpr size_t kNameHeaderSize = 6;
 
 // Assigns value when the target is empty or `force` is set.
 void AssignConditionally(LxString* target, const LxString& value, bool force);
@@ -18,6 +23,12 @@ int getMetaDataFromNamesTable(ByteView font, const void* resourceFile, const voi
                               short style, LxString* foundry, LxString* family,
                               LxString* version, LxString* postScriptName,
                               LxString* displayName, LxString* fullName);
+
+// The bytes [first, end) of `font` that the reading above can look at for
+// a naming table at `tableOffset`: its records and texts at the furthest
+// signed offsets from its string storage, as its header gives their count
+// and storage. Needs only the table's first 6 bytes.
+std::pair<uint64_t, uint64_t> NamingTableReach(ByteView font, uint64_t tableOffset);
 
 // The same reading with only the PostScript name wanted.
 int getPostScriptNameFromNamesTable(ByteView font, const void* resourceFile, const void* fondHandle,

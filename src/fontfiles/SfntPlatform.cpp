@@ -19,14 +19,18 @@ int GetPlatformTTF(ByteView font, LxString* platform)
     return 1;
 }
 
+std::optional<TDirectoryEntry> KerningChecksumTable(ByteView font)
+{
+    for (const char* tag : {"kern", "GPOS", "glyf"}) {
+        if (auto table = FindSpecifiedTable(font, tag)) return table;
+    }
+    return std::nullopt;
+}
+
 int GetTrueTypeKerningTableChecksum(ByteView font, uint32_t* checksum)
 {
     if (!checksum) return 0;
-    std::optional<TDirectoryEntry> table;
-    for (const char* tag : {"kern", "GPOS", "glyf"}) {
-        table = FindSpecifiedTable(font, tag);
-        if (table) break;  // the first present one, even if a later one would validate
-    }
+    const std::optional<TDirectoryEntry> table = KerningChecksumTable(font);
     if (!table || !ValidateDirectoryEntry(&*table, font)) return 0;
     *checksum = 0;
     if (table->length % 4 != 0) {

@@ -69,8 +69,7 @@ void freeFontInfo(TFontData& font)
     font.extensionKind = kExtensionUnknown;
     font.fontType = kFontTypeUnknown;
     font.sfntHandle.reset();
-    font.ownedData.clear();
-    font.ownedData.shrink_to_fit();
+    font.ownedData = SharedBytes();
     font.data = ByteView();
     font.dataSize = 0;
     font.ownsData = false;
@@ -94,11 +93,13 @@ int loadTTFontData(TFontData& font, const ResourceHandle* fond, int16_t style)
             font.dataSize = uint32_t(font.data.size());
         }
     }
-    if (font.data.empty() && font.file && font.dataFile.dataFork.length < UINT32_MAX &&
-        MacForks::ReadFork(font.dataFile.dataFork, font.ownedData)) {
-        font.ownsData = true;
-        font.data = ByteView(font.ownedData.data(), font.ownedData.size());
-        font.dataSize = uint32_t(font.data.size());
+    if (font.data.empty() && font.file && font.dataFile.dataFork.length < UINT32_MAX) {
+        if (auto bytes = MacForks::ForkBytes(font.dataFile.dataFork)) {
+            font.ownsData = true;
+            font.ownedData = std::move(*bytes);
+            font.data = font.ownedData.view();
+            font.dataSize = uint32_t(font.data.size());
+        }
     }
     // A ".ttf" data-fork font with OpenType layout or a signature is
     // reported as OpenType; the same bytes in a resource stay TrueType.

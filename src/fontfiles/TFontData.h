@@ -11,6 +11,7 @@
 #include "support/ByteView.h"
 #include "support/LxString.h"
 #include "support/MacForks.h"
+#include "support/SharedBytes.h"
 
 class TypeprobeResourceFile;
 
@@ -28,7 +29,7 @@ struct TFontData {
     bool isResourceFont = false;
     ResourceHandlePtr sfntHandle;
     bool ownsData = false;
-    std::vector<uint8_t> ownedData;
+    SharedBytes ownedData;  // the data fork in place, when data shows it
     const TypeprobeResourceFile* resourceFile = nullptr;
 
     // The first bytes of the data fork, read once and kept.

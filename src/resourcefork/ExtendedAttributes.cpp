@@ -5,6 +5,8 @@
 
 #include <cerrno>
 
+#include "support/ReadScope.h"
+
 namespace {
 
 // The value may change between asking for its size and reading it.
@@ -22,6 +24,15 @@ ssize_t getAttribute(const std::string& path, const char* name, void* buffer, si
 }  // namespace
 
 namespace ExtendedAttributes {
+
+bool HasAny(const std::string& path)
+{
+#ifdef __APPLE__
+    return listxattr(path.c_str(), nullptr, 0, 0) > 0;
+#else
+    return listxattr(path.c_str(), nullptr, 0) > 0;
+#endif
+}
 
 std::optional<uint64_t> Size(const std::string& path, const char* name)
 {
@@ -48,6 +59,7 @@ std::optional<std::vector<uint8_t>> Read(const std::string& path, const char* na
 
 bool Write(const std::string& path, const char* name, ByteView value)
 {
+    ReadScope::Forget();
 #ifdef __APPLE__
     return setxattr(path.c_str(), name, value.data(), value.size(), 0, 0) == 0;
 #else

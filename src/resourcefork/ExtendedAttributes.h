@@ -18,6 +18,10 @@ inline constexpr const char* kFinderInfo = "user.com.apple.FinderInfo";
 inline constexpr const char* kNetatalkResourceFork = "user.org.netatalk.ResourceFork";
 inline constexpr const char* kNetatalkMetadata = "user.org.netatalk.Metadata";
 
+// Whether the file has any extended attribute at all (of any namespace);
+// one look that spares asking for each name on the many files without any.
+bool HasAny(const std::string& path);
+
 // Length of the attribute's value; nothing when the file has no such
 // attribute or the file system keeps none.
 std::optional<uint64_t> Size(const std::string& path, const char* name);
@@ -26,6 +30,7 @@ std::optional<uint64_t> Size(const std::string& path, const char* name);
 std::optional<std::vector<uint8_t>> Read(const std::string& path, const char* name);
 
 // Replaces (or creates) the attribute; false when the file system refuses.
+// Makes the active ReadScope forget.
 bool Write(const std::string& path, const char* name, ByteView value);
 
 }  // namespace ExtendedAttributes

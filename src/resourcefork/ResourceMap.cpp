@@ -77,9 +77,14 @@ bool readReference(const Layout& layout, size_t at, uint32_t type, ResourceRecor
 
 std::optional<ResourceMap> ResourceMap::Parse(std::vector<uint8_t> fork)
 {
+    return Parse(SharedBytes(std::move(fork)));
+}
+
+std::optional<ResourceMap> ResourceMap::Parse(SharedBytes fork)
+{
     ResourceMap result;
     result.fork_ = std::move(fork);
-    ByteView bytes(result.fork_);
+    ByteView bytes = result.fork_.view();
     auto layout = readLayout(bytes, result.attributes_);
     int16_t lastType = 0;
     if (!layout || !layout->typeList.i16(0, lastType) || lastType < -1) return std::nullopt;

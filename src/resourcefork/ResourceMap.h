@@ -16,6 +16,7 @@
 #include <vector>
 
 #include "support/ByteView.h"
+#include "support/SharedBytes.h"
 
 struct ResourceRecord {
     uint32_t type = 0;
@@ -31,6 +32,8 @@ class ResourceMap {
 public:
     // Takes the fork's bytes; nothing when they are not a valid resource file.
     static std::optional<ResourceMap> Parse(std::vector<uint8_t> fork);
+    // The same over bytes the map shares (a mapped fork) instead of owning.
+    static std::optional<ResourceMap> Parse(SharedBytes fork);
     // An empty map, to build a resource file from nothing.
     ResourceMap() = default;
 
@@ -63,7 +66,7 @@ public:
 private:
     ResourceRecord* mutableKey(uint32_t key);
 
-    std::vector<uint8_t> fork_;                // the parsed bytes
+    SharedBytes fork_;                         // the parsed bytes
     std::deque<std::vector<uint8_t>> added_;   // data given by editing
     std::vector<ResourceRecord> records_;
     uint16_t attributes_ = 0;

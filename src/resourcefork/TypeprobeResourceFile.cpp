@@ -54,9 +54,14 @@ bool TypeprobeResourceFile::openFileForResourceAccess()
 
 bool TypeprobeResourceFile::openMap(const ForkLocation& fork)
 {
-    std::vector<uint8_t> bytes;
-    if (!headerFits(fork) || !MacForks::ReadFork(fork, bytes)) return false;
-    auto map = ResourceMap::Parse(std::move(bytes));
+    if (!headerFits(fork)) return false;
+    std::optional<SharedBytes> bytes = MacForks::ForkBytes(fork);
+    if (!bytes) return false;
+    // A file open for editing keeps its own copy: writing it back rewrites
+    // the file under any mapping of it.
+    if (!_kzReadOnly) bytes = SharedBytes(std::vector<uint8_t>(bytes->view().span().begin(),
+                                                               bytes->view().span().end()));
+    auto map = ResourceMap::Parse(std::move(*bytes));
     if (!map) return false;
     map_ = std::move(*map);
     return true;

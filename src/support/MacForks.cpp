@@ -10,6 +10,7 @@
 #include "resourcefork/ExtendedAttributes.h"
 #include "resourcefork/FileBytes.h"
 #include "resourcefork/MacBinary.h"
+#include "support/ReadScope.h"
 
 namespace {
 
@@ -185,8 +186,10 @@ Found metadataPlaces(const std::string& path)
 #ifdef __APPLE__
     found.merge(nativeFork(path));
 #endif
-    if (!found.complete()) found.merge(appleAttributes(path));
-    if (!found.complete()) found.merge(netatalkAttributes(path));
+    if (!found.complete() && ExtendedAttributes::HasAny(path)) {
+        found.merge(appleAttributes(path));
+        if (!found.complete()) found.merge(netatalkAttributes(path));
+    }
     if (found.complete()) return found;
     for (const std::string& candidate : sidecarPaths(path)) {
         found.merge(sidecar(candidate));
@@ -276,6 +279,39 @@ bool rewriteMacBinary(const ForkLocation& fork, std::optional<ByteView> data,
     return rebuilt && FileBytes::Rewrite(fork.file, ByteView(*rebuilt));
 }
 
+MacFile resolveFile(const std::string& path)
+{
+    if (auto size = FileBytes::RegularFileSize(path)) return resolveRegularFile(path, *size);
+    MacFile file;
+    file.path = path;
+    if (pathExists(path)) {
+        file.exists = true;  // a folder or device: no forks
+        return file;
+    }
+    const std::string binary = path + kBinarySuffix;
+    auto size = FileBytes::RegularFileSize(binary);
+    if (!size || !readAsContainer(binary, *size, file)) return file;
+    file.exists = true;
+    return file;
+}
+
+std::optional<SharedBytes> readAttribute(const ForkLocation& fork)
+{
+    auto value = ExtendedAttributes::Read(fork.file, fork.attribute.c_str());
+    if (!value || value->size() != fork.length) return std::nullopt;
+    return SharedBytes(std::move(*value));
+}
+
+// An attribute fork, read once per ReadScope.
+std::optional<SharedBytes> attributeBytes(const ForkLocation& fork)
+{
+    ReadScope::Memory* memory = ReadScope::Active();
+    if (!memory) return readAttribute(fork);
+    auto [entry, added] = memory->attributes.try_emplace({fork.file, fork.attribute});
+    if (added) entry->second = readAttribute(fork);
+    return entry->second;
+}
+
 }  // namespace
 
 MacForkInfo MacFile::info() const
@@ -295,23 +331,37 @@ namespace MacForks {
 
 MacFile Resolve(const std::string& path)
 {
-    if (auto size = FileBytes::RegularFileSize(path)) return resolveRegularFile(path, *size);
-    MacFile file;
-    file.path = path;
-    if (pathExists(path)) {
-        file.exists = true;  // a folder or device: no forks
-        return file;
-    }
-    const std::string binary = path + kBinarySuffix;
-    auto size = FileBytes::RegularFileSize(binary);
-    if (!size || !readAsContainer(binary, *size, file)) return file;
-    file.exists = true;
+    ReadScope::Memory* memory = ReadScope::Active();
+    if (!memory) return resolveFile(path);
+    if (auto known = memory->resolved.find(path); known != memory->resolved.end())
+        return known->second;
+    MacFile file = resolveFile(path);
+    memory->resolved.emplace(path, file);
     return file;
+}
+
+std::optional<SharedBytes> ForkBytes(const ForkLocation& fork)
+{
+    switch (fork.kind) {
+    case ForkLocation::Kind::Missing:
+        return std::nullopt;
+    case ForkLocation::Kind::FileRange:
+    case ForkLocation::Kind::NamedFork: {
+        auto file = FileBytes::Map(fork.file);
+        return file ? file->slice(fork.offset, fork.length) : std::nullopt;
+    }
+    case ForkLocation::Kind::Attribute:
+        return attributeBytes(fork);
+    }
+    return std::nullopt;
 }
 
 bool ReadFork(const ForkLocation& fork, std::vector<uint8_t>& out)
 {
-    return ReadForkPrefix(fork, fork.length, out) && out.size() == fork.length;
+    auto bytes = ForkBytes(fork);
+    if (!bytes) return false;
+    out.assign(bytes->view().span().begin(), bytes->view().span().end());
+    return true;
 }
 
 bool ReadForkPrefix(const ForkLocation& fork, uint64_t length, std::vector<uint8_t>& out)
@@ -324,10 +374,10 @@ bool ReadForkPrefix(const ForkLocation& fork, uint64_t length, std::vector<uint8
     case ForkLocation::Kind::NamedFork:
         return FileBytes::ReadRange(fork.file, fork.offset, length, out);
     case ForkLocation::Kind::Attribute: {
-        auto value = ExtendedAttributes::Read(fork.file, fork.attribute.c_str());
-        if (!value || value->size() != fork.length) return false;
-        value->resize(size_t(length));
-        out = std::move(*value);
+        auto value = attributeBytes(fork);
+        if (!value) return false;
+        const ByteView prefix = value->view().sub(0, size_t(length)).value_or(ByteView());
+        out.assign(prefix.span().begin(), prefix.span().end());
         return true;
     }
     }

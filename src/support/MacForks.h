@@ -26,10 +26,12 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "support/ByteView.h"
+#include "support/SharedBytes.h"
 
 struct MacForkInfo {
     bool exists = false;            // the logical file was found
@@ -82,11 +84,16 @@ struct MacFile {
 
 namespace MacForks {
 
-// Finds the forks and Finder info of the logical file at `path`.
+// Finds the forks and Finder info of the logical file at `path`; inside a
+// ReadScope, once per path.
 MacFile Resolve(const std::string& path);
 
-// Reads a whole fork; false when it is missing or unreadable (a fork that
-// changed length since Resolve is unreadable).
+// A whole fork, in place: a view of the mapped file for a fork kept in a
+// file, else the attribute's value; nothing when it is missing or unreadable
+// (a fork that changed length since Resolve is unreadable). Inside a
+// ReadScope each fork is read once.
+std::optional<SharedBytes> ForkBytes(const ForkLocation& fork);
+// A copy of a whole fork; false as above.
 bool ReadFork(const ForkLocation& fork, std::vector<uint8_t>& out);
 // At most `length` bytes from the start of a fork.
 bool ReadForkPrefix(const ForkLocation& fork, uint64_t length, std::vector<uint8_t>& out);

@@ -97,6 +97,17 @@ void CFoundryNameTable::LoadTableFromFiles(const std::string& tablePath,
         plist_free(table_);
         table_ = nullptr;
     }
+    patterns_.clear();
+    const uint32_t count = TableArraySize(table_);
+    for (uint32_t i = 0; i < count; ++i) {
+        plist_t entry = plist_array_get_item(table_, i);
+        NamePattern pattern;
+        if (plist_get_node_type(entry) != PLIST_DICT ||
+            !TableString(XCFUtils::GetCFStringFromDict(entry, "Pattern"), pattern.pattern))
+            continue;
+        pattern.hasFoundry = entryFoundryName(entry, pattern.foundry);
+        patterns_.push_back(std::move(pattern));
+    }
     questionableCodes_ = readCreatorCodes(questionableCodesPath);
 }
 
@@ -131,24 +142,14 @@ bool CFoundryNameTable::ContainsKnownFoundryName(const LxString& name, LxString*
 {
     LxString lowered(name);
     lowered.ToLower();
-    if (!table_) return false;
-    uint32_t count = TableArraySize(table_);
-    for (uint32_t i = 0; i < count; ++i) {
-        plist_t entry = plist_array_get_item(table_, i);
-        if (plist_get_node_type(entry) != PLIST_DICT) continue;
-        std::string pattern;
-        if (!TableString(XCFUtils::GetCFStringFromDict(entry, "Pattern"), pattern))
-            continue;
-        if (pattern.empty()) {
+    for (const NamePattern& entry : patterns_) {
+        if (entry.pattern.empty()) {
             // Every fallback entry overwrites the one before: the last one wins.
-            LxString fallbackName;
-            if (fallback && entryFoundryName(entry, fallbackName)) *fallback = fallbackName;
+            if (fallback && entry.hasFoundry) *fallback = entry.foundry;
             continue;
         }
-        if (lowered.str().find(pattern) == std::string::npos) continue;
-        LxString found;
-        if (!entryFoundryName(entry, found)) continue;
-        if (foundry) *foundry = found;
+        if (lowered.str().find(entry.pattern) == std::string::npos || !entry.hasFoundry) continue;
+        if (foundry) *foundry = entry.foundry;
         return true;
     }
     return false;

@@ -42,6 +42,15 @@ public:
     LxString GetCanonicalFoundryName(uint32_t creatorCode, const LxString& name) const;
 
 private:
+    // A table entry with a name pattern, in table order, read once at load
+    // time: name lookups run for every face identified.
+    struct NamePattern {
+        std::string pattern;       // empty for a fallback entry
+        bool hasFoundry = false;
+        LxString foundry;
+    };
+
     plist_t table_ = nullptr;
+    std::vector<NamePattern> patterns_;
     std::vector<uint32_t> questionableCodes_;
 };

@@ -100,6 +100,26 @@ TEST(TP_CreateSpecifier, Type1TextFilesByTheirExtensionOrHeader)
     EXPECT_EQ(fonts->at(0).postScriptName.str(), "Headed");
 }
 
+// Each call reads the file afresh: nothing read for one identification is
+// kept for the next.
+TEST(TP_CreateSpecifier, AFileChangedBetweenCallsIsReadAfresh)
+{
+    const std::string sans = "/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf";
+    const std::string mono = "/usr/share/fonts/truetype/dejavu/DejaVuSansMono.ttf";
+    if (testfiles::readFile(sans).empty() || testfiles::readFile(mono).empty())
+        GTEST_SKIP() << "fonts-dejavu-core is not installed";
+    TempFolder dir;
+    const std::string path = dir / "font.ttf";
+    for (const std::string& source : {sans, mono, sans}) {
+        testfiles::writeFile(path, testfiles::readFile(source));
+        Array fonts = identify(path);
+        ASSERT_TRUE(fonts);
+        EXPECT_EQ(fonts->at(0).typeprobeChecksum, fileCRC(source));
+        EXPECT_EQ(fonts->at(0).outlineFileSize, testfiles::readFile(source).size());
+        EXPECT_EQ(fonts->at(0).postScriptName.str(), source == sans ? "DejaVuSans" : "DejaVuSansMono");
+    }
+}
+
 TEST(TP_CreateSpecifier, AMaskOfZeroStillYieldsFaces)
 {
     Array fonts = identify("/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf", 0);

@@ -1,0 +1,112 @@
+#include "support/ReadScope.h"
+
+#include <gtest/gtest.h>
+
+#include "common/MacFixtures.h"
+#include "resourcefork/FileBytes.h"
+#include "support/SharedBytes.h"
+
+namespace {
+
+using namespace macfixtures;
+
+std::string text(const SharedBytes& bytes)
+{
+    return std::string(bytes.view().chars());
+}
+
+TEST(SharedBytes, MappedFilesOutliveTheirFirstHolderAndSliceWithinBounds)
+{
+    TempDir dir;
+    WriteFile(dir / "font", Text("0123456789"));
+    std::optional<SharedBytes> part;
+    {
+        auto whole = FileBytes::Map(dir / "font");
+        ASSERT_TRUE(whole);
+        EXPECT_EQ(text(*whole), "0123456789");
+        part = whole->slice(2, 3);
+        EXPECT_FALSE(whole->slice(8, 3));
+        EXPECT_FALSE(whole->slice(11, 0));
+        EXPECT_TRUE(whole->slice(10, 0));
+    }
+    ASSERT_TRUE(part);
+    EXPECT_EQ(text(*part), "234");  // the mapping lives on in the slice
+
+    WriteFile(dir / "empty", Bytes());
+    auto empty = FileBytes::Map(dir / "empty");
+    ASSERT_TRUE(empty);
+    EXPECT_TRUE(empty->empty());
+    EXPECT_FALSE(FileBytes::Map(dir / "missing"));
+    EXPECT_FALSE(FileBytes::Map(dir.path()));  // a folder
+}
+
+TEST(ReadScope, NestedScopesShareOneMemoryThatTheOutermostReleases)
+{
+    EXPECT_EQ(ReadScope::Active(), nullptr);
+    {
+        ReadScope outer;
+        ReadScope::Memory* memory = ReadScope::Active();
+        ASSERT_NE(memory, nullptr);
+        {
+            ReadScope inner;
+            EXPECT_EQ(ReadScope::Active(), memory);
+        }
+        EXPECT_EQ(ReadScope::Active(), memory);
+    }
+    EXPECT_EQ(ReadScope::Active(), nullptr);
+}
+
+TEST(ReadScope, AFileIsLookedUpOnceAndForgottenWhenTheLibraryWritesIt)
+{
+    TempDir dir;
+    const std::string font = dir / "font";
+    WriteFile(font, Text("first"));
+    ReadScope scope;
+    EXPECT_EQ(MacForks::Resolve(font).dataFork.length, 5u);
+    std::vector<uint8_t> head;
+    ASSERT_TRUE(FileBytes::ReadPrefix(font, 3, head));
+    EXPECT_EQ(ReadScope::Active()->files.count(font), 1u);
+    EXPECT_EQ(ReadScope::Active()->resolved.count(font), 1u);
+
+    ASSERT_TRUE(FileBytes::Rewrite(font, ByteView(std::string_view("second one"))));
+    EXPECT_TRUE(ReadScope::Active()->files.empty());
+    EXPECT_EQ(MacForks::Resolve(font).dataFork.length, 10u);
+    auto bytes = MacForks::ForkBytes(MacForks::Resolve(font).dataFork);
+    ASSERT_TRUE(bytes);
+    EXPECT_EQ(text(*bytes), "second one");
+}
+
+TEST(ReadScope, ForksOfEveryKindReadTheSameInsideAndOutside)
+{
+    const std::string base = AttributeFolder(4096);
+    if (base.empty()) GTEST_SKIP() << "no file system with user attributes";
+    TempDir dir(base);
+    MacParts parts;
+    parts.name = "Font";
+    parts.data = Text("data fork");
+    parts.resource = ResourceFile({{"TEST", 128, std::nullopt, Text("resource")}});
+    const std::string single = dir / "single";
+    WriteFile(single, AppleSingleFile(parts));
+    const std::string attributed = dir / "attributed";
+    WriteFile(attributed, parts.data);
+    ASSERT_TRUE(SetAttribute(attributed, "user.com.apple.ResourceFork", parts.resource));
+    for (const std::string& path : {single, attributed}) {
+        std::vector<uint8_t> data, resource, prefix;
+        const MacFile outside = MacForks::Resolve(path);
+        ASSERT_TRUE(MacForks::ReadFork(outside.dataFork, data)) << path;
+        ASSERT_TRUE(MacForks::ReadFork(outside.resourceFork, resource)) << path;
+        ReadScope scope;
+        for (int pass = 0; pass < 2; ++pass) {  // the second from memory
+            const MacFile inside = MacForks::Resolve(path);
+            auto dataBytes = MacForks::ForkBytes(inside.dataFork);
+            auto resourceBytes = MacForks::ForkBytes(inside.resourceFork);
+            ASSERT_TRUE(dataBytes && resourceBytes) << path;
+            EXPECT_EQ(text(*dataBytes), std::string(data.begin(), data.end())) << path;
+            EXPECT_EQ(text(*resourceBytes), std::string(resource.begin(), resource.end())) << path;
+            ASSERT_TRUE(MacForks::ReadForkPrefix(inside.resourceFork, 4, prefix)) << path;
+            EXPECT_EQ(prefix, Bytes(resource.begin(), resource.begin() + 4)) << path;
+        }
+    }
+}
+
+}  // namespace
