@@ -53,6 +53,11 @@ TrueTypeCollectionFont::TrueTypeCollectionFont(const std::string& path) : path(p
     ReadIntoMemory();
 }
 
+TrueTypeCollectionFont::TrueTypeCollectionFont(std::vector<char> bytes) : data(std::move(bytes))
+{
+    CheckHeader();
+}
+
 int TrueTypeCollectionFont::ReadIntoMemory()
 {
     data.clear();
@@ -66,6 +71,11 @@ int TrueTypeCollectionFont::ReadIntoMemory()
         data.clear();
         return 4;
     }
+    return CheckHeader();
+}
+
+int TrueTypeCollectionFont::CheckHeader()
+{
     ByteView view(data.data(), data.size());
     uint32_t tag = 0, version = 0;
     int result = 0;

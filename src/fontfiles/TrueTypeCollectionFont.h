@@ -8,6 +8,9 @@
 class TrueTypeCollectionFont {
 public:
     explicit TrueTypeCollectionFont(const std::string& path);
+    // A collection already in memory: the checks of ReadIntoMemory apply
+    // (the bytes are dropped when they fail); no file is read.
+    explicit TrueTypeCollectionFont(std::vector<char> bytes);
     virtual ~TrueTypeCollectionFont() = default;
 
     // 0 success, 2 not a collection, 3 empty file or unknown version,
@@ -34,6 +37,9 @@ public:
     const std::vector<char>& bytes() const { return data; }
 
 private:
+    // The header checks of ReadIntoMemory on `data`; empties it on failure.
+    int CheckHeader();
+
     std::string path;
     std::vector<char> data;
 };
