@@ -171,6 +171,54 @@ TP_API unsigned long TP_GetStyles(const char* firstName, const char* secondName,
                                   unsigned long maxStyles, int bufferLength,
                                   unsigned long* styleCount, char** styleBuffers);
 
+/* ---- Stored forms: XML and property list ---- */
+
+/* An array can be stored as an XML document or as an XML property list and
+ * rebuilt from either. Each face carries its kind, PostScript
+ * name, foundry (as TP_GetFoundryName resolves it), family, version (as
+ * TP_GetVersion cleans it), Typeprobe checksum, kerning checksum, outline
+ * file size and outline file name. Checksums are written in hexadecimal and
+ * read back as signed 32-bit numbers, so one with its top bit set comes back
+ * as 0x7FFFFFFF. A rebuilt face has no full or display name, platform,
+ * legacy checksum, resource numbers or file codes. */
+
+/* On entry *length holds the buffer's capacity, on return the document's
+ * length plus one. 1 when a pointer is null (nothing written); 4 when the
+ * document is not shorter than the capacity (it is truncated by the
+ * copy-out rule; nothing is written for a capacity that is below 1 taken as
+ * signed); otherwise 0, or 1 for an array without faces, whose document is
+ * still delivered. The XML form is not escaped: values go in byte for byte. */
+TP_API unsigned long TP_GetXMLRepresentation(TP_FontArray* array, char* buffer,
+                                             unsigned long* length);
+TP_API unsigned long TP_GetPropertyListRepresentation(TP_FontArray* array, char* buffer,
+                                                      unsigned long* length);
+
+/* Rebuilds an array from XML text: each "<FontData>" block becomes a face.
+ * 1 when a pointer is null, 4 when no block is complete; on 0 *result
+ * receives a new array to release with TP_SpecifierFree. */
+TP_API unsigned long TP_CreateSpecifierFromXML(const char* xml, TP_FontArray** result);
+
+/* Rebuilds an array from an XML property list (zero-terminated text) whose
+ * top level is an array of dictionaries. 1 on any failure: a null pointer,
+ * text that is not an XML property list (a binary one included), a top
+ * level that is not an array, no face. */
+TP_API unsigned long TP_CreateSpecifierFromPropertyList(const char* plist,
+                                                        TP_FontArray** result);
+
+/* The keys of a face's dictionary in the property-list form. Every face
+ * has all of them, with string values; Keywords and Path are always empty. */
+extern TP_API const char* const kTP_KindKey;            /* "FontKind" */
+extern TP_API const char* const kTP_PostScriptNameKey;  /* "PostScriptName" */
+extern TP_API const char* const kTP_FoundryKey;         /* "Foundry" */
+extern TP_API const char* const kTP_FamilyKey;          /* "Family" */
+extern TP_API const char* const kTP_VersionKey;         /* "Version" */
+extern TP_API const char* const kTP_KerningChecksumKey; /* "KerningChecksum" */
+extern TP_API const char* const kTP_ChecksumKey;        /* "Checksum" */
+extern TP_API const char* const kTP_OutlineFileSizeKey; /* "OutlineFileSize" */
+extern TP_API const char* const kTP_OutlineFileNameKey; /* "OutlineFileName" */
+extern TP_API const char* const kTP_KeywordsKey;        /* "Keywords" */
+extern TP_API const char* const kTP_PathKey;            /* "Path" */
+
 #ifdef __cplusplus
 }
 #endif
