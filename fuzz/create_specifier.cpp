@@ -1,7 +1,10 @@
-// TP_CreateSpecifier on a whole hostile file, under every name that picks a
-// different path through the library (by extension, none, and as the
-// AppleDouble sidecar of a file), then every accessor on every face.
+// TP_CreateSpecifier on a whole hostile file, under a name that picks its
+// path through the library (by extension, none, or as the AppleDouble
+// sidecar of a file), then every accessor on every face.
+//
+// Input: a byte choosing the name, then the file's bytes.
 #include <cstdint>
+#include <iterator>
 #include <string>
 
 #include "FuzzSupport.h"
@@ -51,17 +54,19 @@ void identify(const std::string& path)
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
+    // The first byte picks the name, the rest is the file.
+    static const char* const kNames[] = {"font.ttf", "font.otf", "font.ttc", "font.dfont",
+                                         "font.ps",  "font",     "._font"};
+    if (size == 0) return 0;
     const std::string folder = fuzzsupport::EmptyFolder("create");
-    for (const char* name : {"font.ttf", "font.otf", "font.ttc", "font.dfont", "font.ps", "font"}) {
-        const std::string path = folder + "/" + name;
-        fuzzsupport::WriteFile(path, data, size);
-        identify(path);
-        std::remove(path.c_str());
+    const std::string name = kNames[data[0] % std::size(kNames)];
+    fuzzsupport::WriteFile(folder + "/" + name, data + 1, size - 1);
+    if (name == "._font") {
+        // The sidecar that carries the resource fork of an empty data fork.
+        fuzzsupport::WriteFile(folder + "/font", nullptr, 0);
+        identify(folder + "/font");
+    } else {
+        identify(folder + "/" + name);
     }
-    // The same bytes as the sidecar that carries a Mac file's resource fork.
-    const std::string path = folder + "/suitcase";
-    fuzzsupport::WriteFile(path, nullptr, 0);
-    fuzzsupport::WriteFile(folder + "/._suitcase", data, size);
-    identify(path);
     return 0;
 }

@@ -82,9 +82,9 @@ void writeSuitcase(const std::string& path, const ByteView fond, const std::stri
                      std::vector<uint8_t>(fond.span().begin(), fond.span().begin() + fond.size() / 2),
                      &none);
     }
-    const std::vector<FOND::AssociationEntry> entries = FOND::Entries(fond);
+    const FOND::EntryRange entries = FOND::Entries(fond);
     for (size_t i = 0; i < entries.size() && i < kMaxCompanions; ++i) {
-        const FOND::AssociationEntry& entry = entries[i];
+        const FOND::AssociationEntry entry = FOND::EntryInside(fond, i);
         if (entry.size == 0) {
             suitcase.add(kTypeSfnt, entry.id, outlineData(i + flags));
         } else {
@@ -155,7 +155,7 @@ void queryStyle(const TypeprobeResourceFile& file, const std::string& path,
     KerningPairsCRC(fond.view(), style);
     ChecksumNFNTsfntFONT(&file, &fond, style, 0);
     unsigned long legacy = 0;
-    GetVantorChecksum(LxString(path), &file, &fond, style, false, legacy);
+    GetVantorChecksum(LxString(path), &file, &fond, style, style == 1, legacy);
 
     LxString printer, kind, foundry, family, version, postScriptName, displayName, fullName;
     const int status = CollectPSMetaDataMac(&file, LxString(path), &fond, style, &printer, &kind,

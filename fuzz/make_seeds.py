@@ -95,7 +95,7 @@ def subset_font(path, text="Aa"):
     options.name_legacy = True
     options.hinting = False
     options.layout_features = ["kern"]
-    font = ttLib.TTFont(path)
+    font = ttLib.TTFont(path, recalcTimestamp=False)
     subsetter = subset.Subsetter(options)
     subsetter.populate(text=text)
     subsetter.subset(font)
@@ -392,8 +392,17 @@ def main():
         "claim-resource-map-4gb.dfont": u32(256) + u32(0xFFFFFF00) + u32(0xFFFFFFFF) + u32(0xFFFFFFFF) + b"\0" * 84,
         "claim-fork-4gb": u32(0x00051600) + u32(0x00020000) + b"\0" * 16 + u16(1) + u32(2) + u32(38) + u32(0xFFFFFFF0) + b"\0" * 62,
     }
+    # The first byte picks the name the file is identified under (see
+    # create_specifier.cpp): .ttf, .otf, .ttc, .dfont, .ps, none, "._" sidecar.
+    def selector(file_name):
+        for number, ending in enumerate((".ttf", ".otf", ".ttc", ".dfont", ".ps")):
+            if file_name.endswith(ending):
+                return number
+        return 6 if file_name.endswith("apple-double") else 5
     for file_name, data in create.items():
-        write("create_specifier", file_name, data)
+        if isinstance(data, str):
+            data = data.encode("latin-1")
+        write("create_specifier", file_name, bytes([selector(file_name)]) + data)
 
     # ---- property lists
     faces = [{"FontKind": "OpenType - PS", "PostScriptName": "Fuzz-Bold", "Foundry": "Adobe",
@@ -410,6 +419,21 @@ def main():
     objects = b"\xa1\x00"
     write("property_list", "cycle.bplist", b"bplist00" + objects + bytes([8]) +
           struct.pack(">6xBBQQQ", 1, 1, 1, 0, 10))
+
+    # ---- the XML form
+    def block(kind, name, checksum, size="0", extra=""):
+        return ("\t<FontData>\n\t\t<FontKind>%s</FontKind>\n\t\t<PostScriptName>%s</PostScriptName>\n"
+                "\t\t<Foundry>Adobe</Foundry>\n\t\t<Family>Fuzz</Family>\n\t\t<Version>1.002</Version>\n"
+                "\t\t<Checksum>%s</Checksum>\n\t\t<KerningChecksum>0000ABCD</KerningChecksum>\n"
+                "\t\t<OutlineFileSize>%s</OutlineFileSize>\n\t\t<OutlineFileName>%s</OutlineFileName>\n"
+                "\t</FontData>\n" % (kind, name, checksum, size, extra))
+    header = '<?xml version="1.0" encoding="utf-8" ?>\n<TypeprobeData xmlns:xsi="http://www.w3.org/2001/XMLSchema-instance">\n'
+    write("xml", "two-faces.xml", header + block("OpenType - PS", "Fuzz-Bold", "DEADBEEF", "1234") +
+          block("TrueType", "Fuzz & <Co>", "7FFFFFFF", "-1", "/Fonts/FuzzBol") + "</TypeprobeData>\n")
+    write("xml", "tags-from-later-block.xml", "<FontData><FontKind>PostScript</FontKind></FontData>"
+          "<FontData><Family>Later</Family><Checksum>  -80000000</Checksum></FontData>")
+    write("xml", "unclosed-block.xml", "<FontData><PostScriptName>Open</PostScriptName>")
+    write("xml", "placeholders.xml", block("PLACEHOLDER_FAMILY", "PLACEHOLDER_CHECKSUM", "0x10", "99999999999"))
 
 
 if __name__ == "__main__":

@@ -1,7 +1,9 @@
 #include "api/CollectionSpecifiers.h"
 
+#include <algorithm>
 #include <vector>
 
+#include "api/FontArray.h"
 #include "checksum/CChecksum.h"
 #include "fontfiles/FontKind.h"
 #include "fontfiles/NamingTable.h"
@@ -22,7 +24,7 @@ void AppendCollectionFaces(const char* path, unsigned long attributeMask, TP_Fon
 {
     TrueTypeCollectionFont collection(path);
     std::vector<char> bytes;
-    const unsigned long count = collection.faceCount();
+    const unsigned long count = std::min(collection.faceCount(), kMaxFacesPerFile);
     for (unsigned long index = 0; index < count; ++index) {
         const int rebuilt = collection.GetDataPtrForFace(index, bytes);
         // A face whose offset entry lies past the end means every later one

@@ -6,6 +6,12 @@
 
 #include "api/FontSpecifier.h"
 
+// The most faces looked for in one file, more than any real suitcase or
+// collection holds. A hostile file can list tens of thousands (a family
+// record with a style per entry, a collection whose offsets all name one
+// face), and every face costs a pass over its data.
+inline constexpr unsigned long kMaxFacesPerFile = 512;
+
 struct TP_FontArray {
     // A copy of the face; an index at or past the end throws
     // std::out_of_range, which the exported accessors let escape.

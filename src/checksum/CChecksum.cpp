@@ -3,6 +3,8 @@
 #include <zlib.h>
 
 #include <cstdint>
+#include <map>
+#include <string>
 #include <vector>
 
 #include "support/ByteView.h"
@@ -18,7 +20,50 @@ std::vector<uint8_t>& forkBuffer()
     return buffer;
 }
 
+// What CalculateFileChecksum read of one file.
+struct FileSums {
+    unsigned long total = 0;
+    bool resourceForkRead = false;
+    bool hasDataFork = false;  // opened and not empty
+    unsigned long dataFork = 0;
+};
+
+// The results of the active FileChecksumScope, by path; null outside one.
+thread_local std::map<std::string, FileSums>* scopeResults = nullptr;
+
+FileSums readFileSums(const std::string& path)
+{
+    FileSums sums;
+    std::vector<uint8_t>& buffer = forkBuffer();
+    for (int fork = 0; fork < 2; ++fork) {
+        const bool isDataFork = fork == 0;
+        const bool opened = isDataFork ? MacForks::ReadDataFork(path, buffer)
+                                       : MacForks::ReadResourceFork(path, buffer);
+        if (!opened) continue;
+        if (!isDataFork) sums.resourceForkRead = true;
+        if (buffer.empty()) continue;
+        sums.total = CChecksum::icrc(buffer.data(), buffer.size(), sums.total);
+        if (isDataFork) {
+            sums.hasDataFork = true;
+            sums.dataFork = CChecksum::icrc(buffer.data(), buffer.size(), 0);
+        }
+    }
+    return sums;
+}
+
 }  // namespace
+
+FileChecksumScope::FileChecksumScope() : outermost_(scopeResults == nullptr)
+{
+    if (outermost_) scopeResults = new std::map<std::string, FileSums>();
+}
+
+FileChecksumScope::~FileChecksumScope()
+{
+    if (!outermost_) return;
+    delete scopeResults;
+    scopeResults = nullptr;
+}
 
 unsigned long CChecksum::icrc(const unsigned char* data, unsigned long length, unsigned long crc)
 {
@@ -33,6 +78,27 @@ unsigned long CChecksum::icrc(const unsigned char* data, unsigned long length, u
     return crc;
 }
 
+unsigned long CChecksum::icrcRepeated(unsigned long crc, unsigned long blockCrc,
+                                      uint64_t blockLength, uint64_t count)
+{
+    if (blockLength == 0 || count == 0) return crc;
+    // The CRC of all the copies from 0, by doubling: the CRC of two blocks
+    // is the combination of their CRCs.
+    unsigned long copies = 0;
+    uint64_t copiesLength = 0;
+    for (;;) {
+        if (count & 1) {
+            copies = copiesLength ? crc32_combine64(copies, blockCrc, z_off64_t(blockLength)) : blockCrc;
+            copiesLength += blockLength;
+        }
+        count >>= 1;
+        if (count == 0) break;
+        blockCrc = crc32_combine64(blockCrc, blockCrc, z_off64_t(blockLength));
+        blockLength *= 2;
+    }
+    return crc32_combine64(crc, copies, z_off64_t(copiesLength));
+}
+
 bool CChecksum::CalculateFileChecksum(const std::string& path, unsigned long* total,
                                       unsigned long* dataForkOnly)
 {
@@ -40,20 +106,17 @@ bool CChecksum::CalculateFileChecksum(const std::string& path, unsigned long* to
     // The entry value only serves to tell whether anything was read: the
     // whole-file CRC always starts from 0.
     const unsigned long entryValue = *total;
-    *total = 0;
-    std::vector<uint8_t>& buffer = forkBuffer();
-    bool resourceForkRead = false;
-    for (int fork = 0; fork < 2; ++fork) {
-        const bool isDataFork = fork == 0;
-        const bool opened = isDataFork ? MacForks::ReadDataFork(path, buffer)
-                                       : MacForks::ReadResourceFork(path, buffer);
-        if (!opened) continue;
-        if (!isDataFork) resourceForkRead = true;
-        if (buffer.empty()) continue;
-        *total = icrc(buffer.data(), buffer.size(), *total);
-        if (isDataFork && dataForkOnly) *dataForkOnly = icrc(buffer.data(), buffer.size(), 0);
+    FileSums sums;
+    if (!scopeResults) {
+        sums = readFileSums(path);
+    } else if (auto known = scopeResults->find(path); known != scopeResults->end()) {
+        sums = known->second;
+    } else {
+        sums = scopeResults->emplace(path, readFileSums(path)).first->second;
     }
-    return resourceForkRead || *total != entryValue;
+    *total = sums.total;
+    if (dataForkOnly && sums.hasDataFork) *dataForkOnly = sums.dataFork;
+    return sums.resourceForkRead || *total != entryValue;
 }
 
 unsigned long ChecksumLongAlignedData(unsigned long sum, const void* data, unsigned long length)

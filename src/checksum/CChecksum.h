@@ -1,12 +1,19 @@
 // CRC-32 and the whole-file checksum that identity checksums rest on.
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 class CChecksum {
 public:
     // zlib's CRC-32 of the bytes, continued from `crc` (0 starts afresh).
     static unsigned long icrc(const unsigned char* data, unsigned long length, unsigned long crc);
+
+    // `crc` continued over `count` copies of a block whose CRC from 0 is
+    // `blockCrc`, computed without reading the block again: a family can
+    // name one large resource thousands of times.
+    static unsigned long icrcRepeated(unsigned long crc, unsigned long blockCrc,
+                                      uint64_t blockLength, uint64_t count);
 
     // CRC-32 over the data fork and then the resource fork of the logical
     // file at `path`, from 0, into *total; with `dataForkOnly`, also the
@@ -15,6 +22,22 @@ public:
     // is read whole into a buffer of this thread's that only grows.
     static bool CalculateFileChecksum(const std::string& path, unsigned long* total,
                                       unsigned long* dataForkOnly);
+};
+
+// While an object of this class lives, CalculateFileChecksum on this thread
+// reads each file once and answers again from what it read: every face of a
+// font file may fall back to the same whole-file checksum, and a hostile
+// file has many faces. The files must not change meanwhile (one
+// identification). Nested scopes share the outermost one's results.
+class FileChecksumScope {
+public:
+    FileChecksumScope();
+    ~FileChecksumScope();
+    FileChecksumScope(const FileChecksumScope&) = delete;
+    FileChecksumScope& operator=(const FileChecksumScope&) = delete;
+
+private:
+    bool outermost_;
 };
 
 // `sum` plus (length + 3) / 4 big-endian words of `data`, modulo 2^32; a

@@ -108,11 +108,10 @@ std::vector<int16_t> getSortedResIDsForStyle(const TypeprobeResourceFile* file,
 {
     if (!file || !fond) return {};
     if (style != -1) return file->getSortedNFNTsForFOND(fond, style);
+    // Every style's IDs joined: the IDs of every entry, in one walk.
     std::vector<int16_t> ids;
-    for (int16_t each : file->getSortedStylesForFOND(fond)) {
-        const std::vector<int16_t> more = file->getSortedNFNTsForFOND(fond, each);
-        ids.insert(ids.end(), more.begin(), more.end());
-    }
+    if (fond->size() >= FOND::kEntries)
+        for (const FOND::AssociationEntry& entry : FOND::Entries(fond->view())) ids.push_back(entry.id);
     std::sort(ids.begin(), ids.end());
     return ids;
 }
