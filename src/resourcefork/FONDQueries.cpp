@@ -181,15 +181,21 @@ LxString TypeprobeResourceFile::getPSPrinterNameForFOND(const ResourceHandle* fo
     if (!fond) return LxString();
     unsigned char name[kPascalBufferSize];
     GetPrinterFontNameFromResource(fond, style & 0xFF, name, sizeof name);
+    std::string fileName;
     if (isDoubleByteFOND(fond) && getStyleOffsetFromFOND(fond) != 0) {
         const std::string text(PascalText(name));
         const size_t first = text.find('-');
         const size_t second = first == std::string::npos ? first : text.find('-', first + 1);
-        return second == std::string::npos ? LxString() : LxString(text.substr(0, second));
+        if (second != std::string::npos) fileName = text.substr(0, second);
+    } else {
+        unsigned char abbreviated[kPascalBufferSize];
+        GetPostScriptFontFileName(name, abbreviated);
+        fileName = PascalText(abbreviated);
     }
-    unsigned char fileName[kPascalBufferSize];
-    GetPostScriptFontFileName(name, fileName);
-    return LxString(std::string(PascalText(fileName)));
+    // A Mac file name may hold "/", which a POSIX disk keeps as ":"; left as
+    // it is, a family's names would reach files outside its folder.
+    std::replace(fileName.begin(), fileName.end(), '/', ':');
+    return LxString(fileName);
 }
 
 std::vector<LxString> TypeprobeResourceFile::getPrinterFiles() const
