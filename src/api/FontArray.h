@@ -11,6 +11,12 @@
 // record with a style per entry, a collection whose offsets all name one
 // face), and every face costs a pass over its data.
 inline constexpr unsigned long kMaxFacesPerFile = 512;
+// Every face of a suitcase walks its family's association table a few
+// times, so the entries those walks cover are bounded per file too (512
+// faces of 256 entries, where real families have a few dozen): a family of
+// thousands of entries, each a style of its own, would otherwise cost their
+// square.
+inline constexpr unsigned long kMaxEntryWalksPerFile = 512 * 256;
 
 struct TP_FontArray {
     // A copy of the face; an index at or past the end throws

@@ -23,7 +23,13 @@ std::optional<AssociationEntry> EntryAt(ByteView fond, size_t index)
 
 AssociationEntry EntryInside(ByteView fond, size_t index)
 {
-    return EntryAt(fond, index).value_or(AssociationEntry());
+    // One bounds check for the whole entry: tables are walked once per face.
+    uint8_t bytes[kEntrySize] = {};
+    fond.copy(EntryOffset(index), kEntrySize, bytes);
+    ByteReader entry(ByteView(bytes, kEntrySize));
+    AssociationEntry result;
+    if (!(entry.u16(result.size) && entry.i16(result.style) && entry.i16(result.id))) return {};
+    return result;
 }
 
 EntryRange Entries(ByteView fond)

@@ -95,9 +95,9 @@ int16_t getStyleFromStyleIndex(const TypeprobeResourceFile* file, const Resource
 int16_t getFirstResourceIDFromHandleAndStyle(const TypeprobeResourceFile* file,
                                              const ResourceHandle* fond, int16_t style)
 {
-    if (!file || !fond || fond->size() < FOND::kEntries) return -1;
     // The wanted style is taken as unsigned, so a negative one never matches.
-    const int wanted = uint16_t(style);
+    if (!file || !fond || fond->size() < FOND::kEntries || style < 0) return -1;
+    const int wanted = style;
     for (const FOND::AssociationEntry& entry : FOND::Entries(fond->view()))
         if (entry.style == wanted) return entry.id;
     return -1;
