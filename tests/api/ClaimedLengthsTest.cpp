@@ -97,7 +97,9 @@ TEST(ClaimedLengths, FilesClaimingGigabytesAllocateOnlyWhatTheyHold)
         const std::string path = folder / (*claim.open ? claim.open : claim.file);
         LargestAllocation largest;
         EXPECT_EQ(TP_CreateSpecifier(path.c_str(), 0, kTP_AllAttributes, &array), 1u);
-        if (LargestAllocation::Available()) EXPECT_LT(largest.bytes(), kAllocationLimit);
+        if (LargestAllocation::Available()) {
+            EXPECT_LT(largest.bytes(), kAllocationLimit);
+        }
     }
     if (!LargestAllocation::Available())
         GTEST_SKIP() << "allocation sizes are measured in the AddressSanitizer build";
