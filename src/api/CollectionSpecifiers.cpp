@@ -1,5 +1,8 @@
 #include "api/CollectionSpecifiers.h"
 
+#include <algorithm>
+
+#include "api/FontArray.h"
 #include "checksum/CChecksum.h"
 #include "fontfiles/FontKind.h"
 #include "fontfiles/NamingTable.h"
@@ -50,7 +53,7 @@ unsigned long faceCRC(const Face& face, unsigned long crc)
 void AppendCollectionFaces(const char* path, unsigned long attributeMask, TP_FontArray& array)
 {
     TrueTypeCollectionFont collection(path);
-    const unsigned long count = collection.faceCount();
+    const unsigned long count = std::min(collection.faceCount(), kMaxFacesPerFile);
     for (unsigned long index = 0; index < count; ++index) {
         Face layout;
         const int rebuilt = collection.LayoutFace(index, layout);

@@ -2,6 +2,7 @@
 
 #include "api/CollectionSpecifiers.h"
 #include "api/ResourceFileSpecifiers.h"
+#include "checksum/CChecksum.h"
 #include "fontfiles/FontKind.h"
 #include "support/MacForks.h"
 #include "support/ReadScope.h"
@@ -18,6 +19,8 @@ TP_API unsigned long TP_CreateSpecifier(const char* path, unsigned long /*reserv
     // A missing file has no faces, whatever its name says it holds.
     if (!MacForks::Describe(path).exists) return kTP_NullArgumentOrNotFound;
     auto array = std::make_unique<TP_FontArray>();
+    // Every face of the file may fall back to the same whole-file checksum.
+    FileChecksumScope checksums;
     if (fontTypeFromExtension(path) == kExtensionTTC)
         AppendCollectionFaces(path, attributeMask, *array);
     else

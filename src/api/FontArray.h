@@ -6,6 +6,18 @@
 
 #include "api/FontSpecifier.h"
 
+// The most faces looked for in one file, more than any real suitcase or
+// collection holds. A hostile file can list tens of thousands (a family
+// record with a style per entry, a collection whose offsets all name one
+// face), and every face costs a pass over its data.
+inline constexpr unsigned long kMaxFacesPerFile = 512;
+// Every face of a suitcase walks its family's association table a few
+// times, so the entries those walks cover are bounded per file too (512
+// faces of 256 entries, where real families have a few dozen): a family of
+// thousands of entries, each a style of its own, would otherwise cost their
+// square.
+inline constexpr unsigned long kMaxEntryWalksPerFile = 512 * 256;
+
 struct TP_FontArray {
     // A copy of the face; an index at or past the end throws
     // std::out_of_range, which the exported accessors let escape.

@@ -1,8 +1,13 @@
 #include "api/ResourceFileSpecifiers.h"
 
+#include <algorithm>
+#include <vector>
+
+#include "api/FontArray.h"
 #include "checksum/FondKerning.h"
 #include "checksum/ResourceChecksums.h"
 #include "fontfiles/CollectMetaData.h"
+#include "resourcefork/FONDRecord.h"
 #include "resourcefork/ResourceFileAccess.h"
 #include "support/LxFileSpecification.h"
 #include "support/LxFileSystem.h"
@@ -81,14 +86,21 @@ void AppendResourceFileFaces(const char* path, unsigned long attributeMask, TP_F
     LxFileSpecification(fontPath).MacGetTypeAndCreator(codes.type, codes.creator);
     ResourceFilePtr file = AllocateResourceFile(fontPath.str(), true);
     const int32_t fondCount = countResType(file.get(), kTypeFOND);
+    unsigned long passes = 0, walks = 0;
     // A file without font families makes exactly one pass, with no family.
     for (int32_t family = 1; family <= fondCount || (fondCount == 0 && family == 1); ++family) {
         ResourceHandlePtr fond = getHandleOfTypeAndIndex(file.get(), kTypeFOND, int16_t(family));
         const int16_t styleCount = getCountOfUniqueStyles(file.get(), fond.get());
+        // getStyleFromStyleIndex for every index, with the list made once.
+        const std::vector<int16_t> styles =
+            file && fond ? file->getSortedStylesForFOND(fond.get()) : std::vector<int16_t>();
+        const unsigned long entries = fond ? FOND::Entries(fond->view()).size() : 0;
         for (int16_t index = 0; index < styleCount || (styleCount == 0 && index == 0); ++index) {
+            walks += std::max(entries, 1ul);
+            if (passes++ == kMaxFacesPerFile || walks > kMaxEntryWalksPerFile) return;
             int16_t style = 0, firstResourceID = -1;
             if (fond && fond->size() > 0) {
-                style = getStyleFromStyleIndex(file.get(), fond.get(), index);
+                style = size_t(index) < styles.size() ? styles[size_t(index)] : int16_t(-1);
                 firstResourceID = getFirstResourceIDFromHandleAndStyle(file.get(), fond.get(), style);
             }
             appendFace(file.get(), fontPath, codes, fond.get(), style, firstResourceID,

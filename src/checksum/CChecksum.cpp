@@ -4,10 +4,61 @@
 #include <zlib.h>
 
 #include <cstdint>
+#include <map>
 #include <optional>
+#include <string>
 
 #include "support/ByteView.h"
 #include "support/MacForks.h"
+
+namespace {
+
+// What CalculateFileChecksum read of one file.
+struct FileSums {
+    unsigned long total = 0;
+    bool resourceForkRead = false;
+    bool hasDataFork = false;  // opened and not empty
+    unsigned long dataFork = 0;
+};
+
+// The results of the active FileChecksumScope, by path; null outside one.
+thread_local std::map<std::string, FileSums>* scopeResults = nullptr;
+
+FileSums readFileSums(const std::string& path)
+{
+    FileSums sums;
+    const MacFile file = MacForks::Resolve(path);
+    for (int fork = 0; fork < 2; ++fork) {
+        const bool isDataFork = fork == 0;
+        const std::optional<SharedBytes> bytes =
+            MacForks::ForkBytes(isDataFork ? file.dataFork : file.resourceFork);
+        if (!bytes) continue;
+        if (!isDataFork) sums.resourceForkRead = true;
+        if (bytes->empty()) continue;
+        const ByteView view = bytes->view();
+        // The data fork comes first, so its own CRC is the total so far.
+        sums.total = CChecksum::icrc(view.data(), view.size(), sums.total);
+        if (isDataFork) {
+            sums.hasDataFork = true;
+            sums.dataFork = sums.total;
+        }
+    }
+    return sums;
+}
+
+}  // namespace
+
+FileChecksumScope::FileChecksumScope() : outermost_(scopeResults == nullptr)
+{
+    if (outermost_) scopeResults = new std::map<std::string, FileSums>();
+}
+
+FileChecksumScope::~FileChecksumScope()
+{
+    if (!outermost_) return;
+    delete scopeResults;
+    scopeResults = nullptr;
+}
 
 unsigned long CChecksum::icrc(const unsigned char* data, unsigned long length, unsigned long crc)
 {
@@ -19,7 +70,28 @@ unsigned long CChecksum::icrc(const unsigned char* data, unsigned long length, u
 
 unsigned long CChecksum::combine(unsigned long crcA, unsigned long crcB, uint64_t lengthB)
 {
-    return crc32_combine(crcA, crcB, z_off_t(lengthB));
+    return crc32_combine64(crcA, crcB, z_off64_t(lengthB));
+}
+
+unsigned long CChecksum::icrcRepeated(unsigned long crc, unsigned long blockCrc,
+                                      uint64_t blockLength, uint64_t count)
+{
+    if (blockLength == 0 || count == 0) return crc;
+    // The CRC of all the copies from 0, by doubling: the CRC of two blocks
+    // is the combination of their CRCs.
+    unsigned long copies = 0;
+    uint64_t copiesLength = 0;
+    for (;;) {
+        if (count & 1) {
+            copies = copiesLength ? crc32_combine64(copies, blockCrc, z_off64_t(blockLength)) : blockCrc;
+            copiesLength += blockLength;
+        }
+        count >>= 1;
+        if (count == 0) break;
+        blockCrc = crc32_combine64(blockCrc, blockCrc, z_off64_t(blockLength));
+        blockLength *= 2;
+    }
+    return crc32_combine64(crc, copies, z_off64_t(copiesLength));
 }
 
 bool CChecksum::CalculateFileChecksum(const std::string& path, unsigned long* total,
@@ -29,21 +101,17 @@ bool CChecksum::CalculateFileChecksum(const std::string& path, unsigned long* to
     // The entry value only serves to tell whether anything was read: the
     // whole-file CRC always starts from 0.
     const unsigned long entryValue = *total;
-    *total = 0;
-    const MacFile file = MacForks::Resolve(path);
-    bool resourceForkRead = false;
-    for (int fork = 0; fork < 2; ++fork) {
-        const bool isDataFork = fork == 0;
-        const std::optional<SharedBytes> bytes =
-            MacForks::ForkBytes(isDataFork ? file.dataFork : file.resourceFork);
-        if (!bytes) continue;
-        if (!isDataFork) resourceForkRead = true;
-        if (bytes->empty()) continue;
-        const ByteView view = bytes->view();
-        *total = icrc(view.data(), view.size(), *total);
-        if (isDataFork && dataForkOnly) *dataForkOnly = icrc(view.data(), view.size(), 0);
+    FileSums sums;
+    if (!scopeResults) {
+        sums = readFileSums(path);
+    } else if (auto known = scopeResults->find(path); known != scopeResults->end()) {
+        sums = known->second;
+    } else {
+        sums = scopeResults->emplace(path, readFileSums(path)).first->second;
     }
-    return resourceForkRead || *total != entryValue;
+    *total = sums.total;
+    if (dataForkOnly && sums.hasDataFork) *dataForkOnly = sums.dataFork;
+    return sums.resourceForkRead || *total != entryValue;
 }
 
 unsigned long ChecksumLongAlignedData(unsigned long sum, const void* data, unsigned long length)

@@ -12,6 +12,12 @@ public:
     // 0) and B's length.
     static unsigned long combine(unsigned long crcA, unsigned long crcB, uint64_t lengthB);
 
+    // `crc` continued over `count` copies of a block whose CRC from 0 is
+    // `blockCrc`, computed without reading the block again: a family can
+    // name one large resource thousands of times.
+    static unsigned long icrcRepeated(unsigned long crc, unsigned long blockCrc,
+                                      uint64_t blockLength, uint64_t count);
+
     // CRC-32 over the data fork and then the resource fork of the logical
     // file at `path`, from 0, into *total; with `dataForkOnly`, also the
     // data fork's own CRC. True when the resource fork was read, otherwise
@@ -19,6 +25,22 @@ public:
     // is viewed in place (mapped), and read only once per ReadScope.
     static bool CalculateFileChecksum(const std::string& path, unsigned long* total,
                                       unsigned long* dataForkOnly);
+};
+
+// While an object of this class lives, CalculateFileChecksum on this thread
+// reads each file once and answers again from what it read: every face of a
+// font file may fall back to the same whole-file checksum, and a hostile
+// file has many faces. The files must not change meanwhile (one
+// identification). Nested scopes share the outermost one's results.
+class FileChecksumScope {
+public:
+    FileChecksumScope();
+    ~FileChecksumScope();
+    FileChecksumScope(const FileChecksumScope&) = delete;
+    FileChecksumScope& operator=(const FileChecksumScope&) = delete;
+
+private:
+    bool outermost_;
 };
 
 // `sum` plus (length + 3) / 4 big-endian words of `data`, modulo 2^32; a

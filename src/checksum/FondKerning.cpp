@@ -21,6 +21,10 @@ void forEachKerningEntry(ByteView fond, short style, Visit visit)
     int16_t countMinusOne = 0;
     if (!fond.i16(tableOffset, countMinusOne)) return;
     int64_t at = int64_t(tableOffset) + 2;
+    // Entries follow one another, so a table walks over at most the bytes
+    // the resource holds. One that has covered more is stepping back over
+    // itself: its walk ends there, or it would take count x size steps.
+    uint64_t walked = 0;
     for (int entry = 0; entry < countMinusOne + 1; ++entry) {
         // The entry's header must end strictly before the resource's end.
         if (at < 0 || uint64_t(at) + 4 >= fond.size()) return;
@@ -28,11 +32,11 @@ void forEachKerningEntry(ByteView fond, short style, Visit visit)
         fond.i16(size_t(at), entryStyle);
         fond.i16(size_t(at) + 2, pairCount);
         const int64_t pairBytes = 4 * int64_t(pairCount);
-        if (entryStyle == style) {
-            ByteView pairs;
-            if (pairBytes > 0) pairs = fond.sub(size_t(at) + 4, size_t(pairBytes)).value_or(ByteView());
-            visit(*fond.sub(size_t(at), 4), pairs);
-        }
+        ByteView pairs;
+        if (pairBytes > 0) pairs = fond.sub(size_t(at) + 4, size_t(pairBytes)).value_or(ByteView());
+        walked += 4 + pairs.size();
+        if (walked > fond.size()) return;
+        if (entryStyle == style) visit(*fond.sub(size_t(at), 4), pairs);
         at += 4 + pairBytes;  // a negative count steps backwards, as the data says
     }
 }

@@ -1,5 +1,7 @@
 #include "checksum/ResourceChecksums.h"
 
+#include <zlib.h>
+
 #include <limits>
 #include <optional>
 #include <vector>
@@ -24,11 +26,35 @@ unsigned long continueOver(const ResourceHandle* resource, unsigned long crc)
     return CChecksum::icrc(resource->view().data(), resource->size(), crc);
 }
 
-unsigned long continueOverType(const TypeprobeResourceFile* file, uint32_t type, int16_t id,
-                               unsigned long crc)
+// A resource's CRC from 0 and its length; both 0 when it is missing.
+struct Block {
+    unsigned long crc = 0;
+    uint64_t length = 0;
+};
+
+Block blockOf(const TypeprobeResourceFile* file, uint32_t type, int16_t id)
 {
     ResourceHandlePtr resource = getHandleOfTypeAndResID(file, type, id);
-    return continueOver(resource.get(), crc);
+    if (!resource) return {};
+    return {CChecksum::icrc(resource->view().data(), resource->size(), 0), resource->size()};
+}
+
+Block joined(Block first, Block second)
+{
+    return {crc32_combine64(first.crc, second.crc, z_off64_t(second.length)),
+            first.length + second.length};
+}
+
+// Calls visit(id, repeats) for each run of one ID in a sorted list.
+template <typename Visit>
+void forEachRun(const std::vector<int16_t>& ids, Visit visit)
+{
+    for (size_t at = 0; at < ids.size();) {
+        size_t end = at;
+        while (end < ids.size() && ids[end] == ids[at]) ++end;
+        visit(ids[at], uint64_t(end - at));
+        at = end;
+    }
 }
 
 unsigned long continueOverPOSTChunks(const TypeprobeResourceFile& printer, unsigned long crc)
@@ -49,15 +75,19 @@ unsigned long ChecksumNFNTsfntFONT(const TypeprobeResourceFile* file, const Reso
     if (!fond || fond->size() == 0) return crc;
     // One ID per association entry: an ID shared by a strike and an outline
     // is taken twice (intended).
+    // A repeated ID is read once and counted as often as it is listed.
     const std::vector<int16_t> ids = getSortedResIDsForStyle(file, fond, style);
-    for (int16_t id : ids) crc = continueOverType(file, kTypeSfnt, id, crc);
+    forEachRun(ids, [&](int16_t id, uint64_t repeats) {
+        const Block outline = blockOf(file, kTypeSfnt, id);
+        crc = CChecksum::icrcRepeated(crc, outline.crc, outline.length, repeats);
+    });
     // Bitmaps count only when no outline did and the running value was 0
     // (intended).
     if (crc != 0) return crc;
-    for (int16_t id : ids) {
-        crc = continueOverType(file, kTypeNFNT, id, crc);
-        crc = continueOverType(file, kTypeFONT, id, crc);
-    }
+    forEachRun(ids, [&](int16_t id, uint64_t repeats) {
+        const Block strikes = joined(blockOf(file, kTypeNFNT, id), blockOf(file, kTypeFONT, id));
+        crc = CChecksum::icrcRepeated(crc, strikes.crc, strikes.length, repeats);
+    });
     return crc;
 }
 

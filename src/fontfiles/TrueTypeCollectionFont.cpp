@@ -56,6 +56,11 @@ TrueTypeCollectionFont::TrueTypeCollectionFont(const std::string& path) : path(p
     ReadIntoMemory();
 }
 
+TrueTypeCollectionFont::TrueTypeCollectionFont(std::vector<uint8_t> bytes)
+{
+    Adopt(SharedBytes(std::move(bytes)));
+}
+
 int TrueTypeCollectionFont::ReadIntoMemory()
 {
     data = SharedBytes();
@@ -64,12 +69,17 @@ int TrueTypeCollectionFont::ReadIntoMemory()
     if (!file) return 4;
     if (file->empty()) return 3;
     if (file->size() > UINT32_MAX) return 4;
-    const ByteView view = file->view();
+    return Adopt(std::move(*file));
+}
+
+int TrueTypeCollectionFont::Adopt(SharedBytes bytes)
+{
+    const ByteView view = bytes.view();
     uint32_t tag = 0, version = 0;
     if (!view.tag(0, tag) || tag != kCollectionTag) return 2;
     if (view.size() < kMinimumCollectionSize) return 5;
     if (!view.u32(4, version) || (version != 0x00010000 && version != 0x00020000)) return 3;
-    data = std::move(*file);
+    data = std::move(bytes);
     return 0;
 }
 

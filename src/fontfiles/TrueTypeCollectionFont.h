@@ -15,6 +15,9 @@
 class TrueTypeCollectionFont {
 public:
     explicit TrueTypeCollectionFont(const std::string& path);
+    // A collection already in memory: the checks of ReadIntoMemory apply
+    // (the bytes are dropped when they fail); no file is read.
+    explicit TrueTypeCollectionFont(std::vector<uint8_t> bytes);
     virtual ~TrueTypeCollectionFont() = default;
 
     // 0 success, 2 not a collection, 3 empty file or unknown version,
@@ -74,6 +77,8 @@ private:
         uint32_t paddedCRC = 0;
     };
     const TableSums& sumsOf(uint32_t offset, uint32_t length) const;
+    // The header checks of ReadIntoMemory; `bytes` are kept when they pass.
+    int Adopt(SharedBytes bytes);
 
     std::string path;
     SharedBytes data;

@@ -21,11 +21,12 @@ bool hasTable(const ResourceHandle* fond)
     return fond && fond->size() >= FOND::kEntries;
 }
 
-void insertSorted(std::vector<int16_t>& list, int16_t value, bool distinct)
+// Sorted once when complete: a hostile table has thousands of entries.
+std::vector<int16_t> sorted(std::vector<int16_t> list, bool distinct)
 {
-    auto at = std::lower_bound(list.begin(), list.end(), value);
-    if (distinct && at != list.end() && *at == value) return;
-    list.insert(at, value);
+    std::sort(list.begin(), list.end());
+    if (distinct) list.erase(std::unique(list.begin(), list.end()), list.end());
+    return list;
 }
 
 LxString decodeName(const std::string& bytes, bool japanese)
@@ -74,8 +75,8 @@ std::vector<int16_t> TypeprobeResourceFile::getSortedStylesForFOND(const Resourc
     std::vector<int16_t> styles;
     if (!hasTable(fond)) return styles;
     for (const FOND::AssociationEntry& entry : FOND::Entries(fond->view()))
-        insertSorted(styles, entry.style, true);
-    return styles;
+        styles.push_back(entry.style);
+    return sorted(std::move(styles), true);
 }
 
 std::vector<int16_t> TypeprobeResourceFile::getSortedStyles() const
@@ -86,14 +87,11 @@ std::vector<int16_t> TypeprobeResourceFile::getSortedStyles() const
         ResourceHandlePtr fond = getResourceHandleForType(fourCC("FOND"), ids[k]);
         if (!hasTable(fond.get())) continue;
         const ByteView bytes = fond->view();
-        const int count = FOND::EntryCount(bytes);
-        for (int j = 0; j < count; ++j) {
-            // Tied to the FOND's position in the file, not the entry's (intended).
-            if (!bytes.contains(0, FOND::EntryOffset(k + 1))) continue;
-            if (auto entry = FOND::EntryAt(bytes, size_t(j))) insertSorted(styles, entry->style, true);
-        }
+        // Tied to the FOND's position in the file, not the entries' (intended).
+        if (!bytes.contains(0, FOND::EntryOffset(k + 1))) continue;
+        for (const FOND::AssociationEntry& entry : FOND::Entries(bytes)) styles.push_back(entry.style);
     }
-    return styles;
+    return sorted(std::move(styles), true);
 }
 
 int16_t TypeprobeResourceFile::getResIDForFOND(const ResourceHandle* fond, int index) const
@@ -109,8 +107,8 @@ std::vector<int16_t> TypeprobeResourceFile::getSortedNFNTsForFOND(const Resource
     std::vector<int16_t> ids;
     if (!hasTable(fond)) return ids;
     for (const FOND::AssociationEntry& entry : FOND::Entries(fond->view()))
-        if (entry.style == style) insertSorted(ids, entry.id, false);
-    return ids;
+        if (entry.style == style) ids.push_back(entry.id);
+    return sorted(std::move(ids), false);
 }
 
 bool TypeprobeResourceFile::shouldHavePrinterFile(const ResourceHandle* fond, int16_t style) const
@@ -183,15 +181,21 @@ LxString TypeprobeResourceFile::getPSPrinterNameForFOND(const ResourceHandle* fo
     if (!fond) return LxString();
     unsigned char name[kPascalBufferSize];
     GetPrinterFontNameFromResource(fond, style & 0xFF, name, sizeof name);
+    std::string fileName;
     if (isDoubleByteFOND(fond) && getStyleOffsetFromFOND(fond) != 0) {
         const std::string text(PascalText(name));
         const size_t first = text.find('-');
         const size_t second = first == std::string::npos ? first : text.find('-', first + 1);
-        return second == std::string::npos ? LxString() : LxString(text.substr(0, second));
+        if (second != std::string::npos) fileName = text.substr(0, second);
+    } else {
+        unsigned char abbreviated[kPascalBufferSize];
+        GetPostScriptFontFileName(name, abbreviated);
+        fileName = PascalText(abbreviated);
     }
-    unsigned char fileName[kPascalBufferSize];
-    GetPostScriptFontFileName(name, fileName);
-    return LxString(std::string(PascalText(fileName)));
+    // A Mac file name may hold "/", which a POSIX disk keeps as ":"; left as
+    // it is, a family's names would reach files outside its folder.
+    std::replace(fileName.begin(), fileName.end(), '/', ':');
+    return LxString(fileName);
 }
 
 std::vector<LxString> TypeprobeResourceFile::getPrinterFiles() const

@@ -1,5 +1,7 @@
 #include "resourcefork/FONDRecord.h"
 
+#include <algorithm>
+
 namespace FOND {
 
 int EntryCount(ByteView fond)
@@ -19,16 +21,24 @@ std::optional<AssociationEntry> EntryAt(ByteView fond, size_t index)
     return entry;
 }
 
-std::vector<AssociationEntry> Entries(ByteView fond)
+AssociationEntry EntryInside(ByteView fond, size_t index)
 {
-    std::vector<AssociationEntry> entries;
+    // One bounds check for the whole entry: tables are walked once per face.
+    uint8_t bytes[kEntrySize] = {};
+    fond.copy(EntryOffset(index), kEntrySize, bytes);
+    ByteReader entry(ByteView(bytes, kEntrySize));
+    AssociationEntry result;
+    if (!(entry.u16(result.size) && entry.i16(result.style) && entry.i16(result.id))) return {};
+    return result;
+}
+
+EntryRange Entries(ByteView fond)
+{
     const int count = EntryCount(fond);
-    for (int i = 0; i < count; ++i) {
-        auto entry = EntryAt(fond, size_t(i));
-        if (!entry) break;  // every later entry lies further out
-        entries.push_back(*entry);
-    }
-    return entries;
+    if (count <= 0) return EntryRange(fond, 0);
+    // Every entry after the first one that runs past the end lies further out.
+    const size_t inside = (fond.size() - kEntries) / kEntrySize;
+    return EntryRange(fond, std::min(size_t(count), inside));
 }
 
 uint32_t StyleMappingOffset(ByteView fond)

@@ -52,8 +52,41 @@ constexpr size_t EntryOffset(size_t index)
 // Entry `index` when it lies wholly inside the record.
 std::optional<AssociationEntry> EntryAt(ByteView fond, size_t index);
 
-// The entries that lie wholly inside the record, in table order.
-std::vector<AssociationEntry> Entries(ByteView fond);
+// Entry `index` of a record known to hold it.
+AssociationEntry EntryInside(ByteView fond, size_t index);
+
+// The entries that lie wholly inside the record, in table order, decoded as
+// they are visited: the table is walked once per face, so a walk allocates
+// nothing.
+class EntryRange {
+public:
+    class iterator {
+    public:
+        iterator(ByteView fond, size_t index) : fond_(fond), index_(index) {}
+        AssociationEntry operator*() const { return EntryInside(fond_, index_); }
+        iterator& operator++()
+        {
+            ++index_;
+            return *this;
+        }
+        bool operator!=(const iterator& other) const { return index_ != other.index_; }
+
+    private:
+        ByteView fond_;
+        size_t index_;
+    };
+
+    EntryRange(ByteView fond, size_t count) : fond_(fond), count_(count) {}
+    iterator begin() const { return iterator(fond_, 0); }
+    iterator end() const { return iterator(fond_, count_); }
+    size_t size() const { return count_; }
+
+private:
+    ByteView fond_;
+    size_t count_;
+};
+
+EntryRange Entries(ByteView fond);
 
 // The style-mapping table's offset; 0 for a record shorter than 52 bytes.
 uint32_t StyleMappingOffset(ByteView fond);

@@ -1,6 +1,7 @@
 #include "resourcefork/FONDStyleNames.h"
 
 #include <optional>
+#include <vector>
 
 #include "resourcefork/FONDRecord.h"
 #include "resourcefork/PascalStrings.h"
@@ -10,21 +11,36 @@ namespace {
 constexpr int kBold = 0x01, kItalic = 0x02, kOutline = 0x08, kShadow = 0x10;
 constexpr int kCondense = 0x20, kExtend = 0x40;
 
-// Offset of string `number` of the table, walking from string 1; each
+// Offsets of strings 1 to 255 of the table, walking from string 1; each
 // step skips the length byte read as signed (intended: a long string sends
-// the walk backwards, as it always did). Nothing once the walk leaves the
-// record.
-std::optional<size_t> findString(ByteView fond, size_t firstString, int number)
-{
-    int64_t at = int64_t(firstString);
-    for (int i = 1; i < number; ++i) {
-        int8_t length = 0;
-        if (at < 0 || !fond.i8(size_t(at), length)) return std::nullopt;
-        at += int64_t(length) + 1;
+// the walk backwards, as it always did). The walk ends where it leaves the
+// record. Made once per name: a descriptor names up to 255 strings.
+class StringOffsets {
+public:
+    StringOffsets(ByteView fond, size_t firstString)
+    {
+        int64_t at = int64_t(firstString);
+        while (offsets_.size() < kMaxString && at >= 0 && size_t(at) < fond.size()) {
+            offsets_.push_back(size_t(at));
+            int8_t length = 0;
+            fond.i8(size_t(at), length);
+            at += int64_t(length) + 1;
+        }
     }
-    if (at < 0 || size_t(at) >= fond.size()) return std::nullopt;
-    return size_t(at);
-}
+
+    // String `number` (1 or less: string 1); nothing once the walk left the
+    // record before it.
+    std::optional<size_t> find(int number) const
+    {
+        const size_t index = number <= 1 ? 0 : size_t(number) - 1;
+        if (index >= offsets_.size()) return std::nullopt;
+        return offsets_[index];
+    }
+
+private:
+    static constexpr size_t kMaxString = 255;
+    std::vector<size_t> offsets_;
+};
 
 // The Pascal string at `at` copied out, when it lies inside the record.
 bool readString(ByteView fond, size_t at, unsigned char (&out)[kPascalBufferSize])
@@ -70,11 +86,12 @@ void GetPrinterFontNameFromResource(const ResourceHandle* fond, int style, unsig
     bytes.i16(table + FOND::kStringCount, stringCount);
     if (code > 1 && code <= stringCount) {
         unsigned char descriptor[kPascalBufferSize];
-        auto at = findString(bytes, firstString, code);
+        const StringOffsets strings(bytes, firstString);
+        auto at = strings.find(code);
         if (at && readString(bytes, *at, descriptor)) {
             for (size_t i = 1; i <= descriptor[0]; ++i) {
                 unsigned char suffix[kPascalBufferSize];
-                auto suffixAt = findString(bytes, firstString, descriptor[i]);
+                auto suffixAt = strings.find(descriptor[i]);
                 if (suffixAt && readString(bytes, *suffixAt, suffix))
                     AppendPascalString(dst, suffix, limit);
             }

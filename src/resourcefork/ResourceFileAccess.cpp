@@ -95,9 +95,9 @@ int16_t getStyleFromStyleIndex(const TypeprobeResourceFile* file, const Resource
 int16_t getFirstResourceIDFromHandleAndStyle(const TypeprobeResourceFile* file,
                                              const ResourceHandle* fond, int16_t style)
 {
-    if (!file || !fond || fond->size() < FOND::kEntries) return -1;
     // The wanted style is taken as unsigned, so a negative one never matches.
-    const int wanted = uint16_t(style);
+    if (!file || !fond || fond->size() < FOND::kEntries || style < 0) return -1;
+    const int wanted = style;
     for (const FOND::AssociationEntry& entry : FOND::Entries(fond->view()))
         if (entry.style == wanted) return entry.id;
     return -1;
@@ -108,11 +108,10 @@ std::vector<int16_t> getSortedResIDsForStyle(const TypeprobeResourceFile* file,
 {
     if (!file || !fond) return {};
     if (style != -1) return file->getSortedNFNTsForFOND(fond, style);
+    // Every style's IDs joined: the IDs of every entry, in one walk.
     std::vector<int16_t> ids;
-    for (int16_t each : file->getSortedStylesForFOND(fond)) {
-        const std::vector<int16_t> more = file->getSortedNFNTsForFOND(fond, each);
-        ids.insert(ids.end(), more.begin(), more.end());
-    }
+    if (fond->size() >= FOND::kEntries)
+        for (const FOND::AssociationEntry& entry : FOND::Entries(fond->view())) ids.push_back(entry.id);
     std::sort(ids.begin(), ids.end());
     return ids;
 }

@@ -67,6 +67,23 @@ TEST(Icrc, CombinedPiecesEqualTheWhole)
     }
 }
 
+TEST(Icrc, RepeatedBlocksEqualReadingEveryCopy)
+{
+    std::mt19937 random(11);
+    for (size_t length : {1ul, 5ul, 64ul, 1000ul}) {
+        std::vector<unsigned char> block(length);
+        for (auto& b : block) b = static_cast<unsigned char>(random());
+        const unsigned long blockCrc = CChecksum::icrc(block.data(), length, 0);
+        for (uint64_t count : {0ull, 1ull, 2ull, 3ull, 7ull, 64ull, 1001ull}) {
+            unsigned long expected = 0x9E3779B9;
+            for (uint64_t i = 0; i < count; ++i) expected = CChecksum::icrc(block.data(), length, expected);
+            EXPECT_EQ(CChecksum::icrcRepeated(0x9E3779B9, blockCrc, length, count), expected)
+                << length << " x " << count;
+        }
+    }
+    EXPECT_EQ(CChecksum::icrcRepeated(0x1234, 0, 0, 9), 0x1234u);
+}
+
 TEST(CalculateFileChecksum, ADataForkOnlyFileGivesItsCRC)
 {
     TempFolder dir;
@@ -91,6 +108,33 @@ TEST(CalculateFileChecksum, NothingReadMeansNoChecksum)
     total = 9;
     EXPECT_FALSE(CChecksum::CalculateFileChecksum((dir / "missing"), &total, nullptr) && total);
     EXPECT_EQ(total, 0u);
+}
+
+TEST(CalculateFileChecksum, InsideAScopeEachFileIsReadOnce)
+{
+    TempFolder dir;
+    testfiles::writeFile((dir / "font"), std::string("first"));
+    auto checksum = [&] {
+        unsigned long total = 0;
+        CChecksum::CalculateFileChecksum((dir / "font"), &total, nullptr);
+        return total;
+    };
+    const unsigned long first = checksum();
+    {
+        FileChecksumScope scope;
+        EXPECT_EQ(checksum(), first);
+        testfiles::writeFile((dir / "font"), std::string("second"));
+        {
+            FileChecksumScope nested;
+            EXPECT_EQ(checksum(), first);  // the outer scope's reading
+        }
+        EXPECT_EQ(checksum(), first);
+        unsigned long total = first, dataFork = 0;
+        // The result still compares with the entry value.
+        EXPECT_FALSE(CChecksum::CalculateFileChecksum((dir / "font"), &total, &dataFork));
+        EXPECT_EQ(dataFork, first);
+    }
+    EXPECT_NE(checksum(), first);
 }
 
 TEST(ChecksumLongAlignedData, ReadsTheWholeLastWord)
@@ -152,6 +196,26 @@ TEST(FondKerning, HostileTablesAreRefusedCleanly)
     patched.putU16(52 + 2 + 2 + 2, 0x8000);  // a negative pair count steps backwards
     GetVaultlineChecksum(patched.view(), 0);
     EXPECT_EQ(GetVaultlineChecksum(ByteView(fond.data(), 51), 0), 0u);
+}
+
+TEST(FondKerning, ATableSteppingBackOverItselfIsWalkedNoFurtherThanItsBytes)
+{
+    // The second entry's pair count of -3 steps back to the first entry,
+    // over and over while the count lasts.
+    auto fond = fondWithKerning({{0, std::string("\x01\x02\x03\x04", 4)}, {0, std::string()}});
+    ByteWriter table;
+    table.bytes(ByteView(fond.data(), fond.size()));
+    table.putU16(54 + 2 + 8 + 2, uint16_t(-3));
+    auto withCount = [&](uint16_t countMinusOne) {
+        table.putU16(54, countMinusOne);
+        return std::make_pair(GetVaultlineChecksum(table.view(), 0), KerningPairsCRC(table.view(), 0));
+    };
+    // Each further entry adds until the walk has covered the resource's 67
+    // bytes (about a dozen entries); from there on the count changes nothing.
+    EXPECT_NE(withCount(2), withCount(3));
+    const auto covered = withCount(uint16_t(table.size() / 4));
+    EXPECT_NE(withCount(4), covered);
+    EXPECT_EQ(withCount(0x7FFF), covered);
 }
 
 }  // namespace

@@ -341,6 +341,31 @@ TEST(FOND, DoubleByteFamilies)
     EXPECT_FALSE(CreatePrinterPath(file.get(), fond.get(), 0));
 }
 
+TEST(FOND, PrinterFileNamesStayInTheSuitcasesFolder)
+{
+    // A PostScript name with "/" in it names a file whose POSIX name has
+    // ":" instead, in the suitcase's own folder.
+    TempDir dir;
+    std::filesystem::create_directories(dir / "fonts");
+    WriteFile(dir / "outside-x", Text("a file beside the fonts folder"));
+    WriteFile(dir / "fonts/..:outside-x", Text("the printer font"));
+    WriteFile(dir / "fonts/suitcase", ResourceFile({{"NFNT", 1, std::nullopt, Text("strike")}}));
+    auto file = TypeprobeResourceFile::initWithFile(dir / "fonts/suitcase", true);
+    ASSERT_TRUE(file);
+    FondSpec spec;
+    spec.international = 1;  // double-byte: the name up to its second "-"
+    spec.entries = {{12, 0, 1}};
+    spec.strings = {"../outside-x-y"};
+    auto fond = Handle(BuildFond(spec));
+    EXPECT_EQ(file->getPSPrinterNameForFOND(fond.get(), 0).str(), "..:outside-x");
+    auto path = CreatePrinterPath(file.get(), fond.get(), 0);
+    ASSERT_TRUE(path);
+    EXPECT_EQ(path->str(), dir / "fonts/..:outside-x");
+    spec.international = 0;  // the 5+3+3 name keeps a "/" after the first letter
+    spec.strings = {"A/../x"};
+    EXPECT_EQ(file->getPSPrinterNameForFOND(Handle(BuildFond(spec)).get(), 0).str(), "A:..:");
+}
+
 TEST(FOND, DoubleByteFamilyNamesPickTheirEncoding)
 {
     const std::string mincho = "\x96\xBE\x92\xA9";  // Shift-JIS

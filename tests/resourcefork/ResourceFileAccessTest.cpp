@@ -1,6 +1,9 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "resourcefork/ResourceFileAccess.h"
+#include "support/ByteWriter.h"
 
 namespace {
 
@@ -28,6 +31,30 @@ TEST(ResourceFileAccess, EveryWrapperAcceptsANullFile)
     EXPECT_FALSE(FileHasFONDsInResourceFork(nullptr));
     EXPECT_FALSE(FileHasPOSTsInResourceFork(nullptr));
     EXPECT_FALSE(hasValidResourcePSHeader(nullptr));
+}
+
+TEST(ResourceFileAccess, EveryStyleTogetherIsEachStylesIDsJoined)
+{
+    ResourceFilePtr file = AllocateResourceFile(corpus("tt-family/DejaVuSans.suit"), true);
+    ASSERT_TRUE(file);
+    // Two thousand entries over 700 styles, IDs repeated across styles.
+    ByteWriter bytes;
+    bytes.zeros(52).u16(1999);
+    for (int i = 0; i < 2000; ++i) bytes.u16(i % 3 ? 12 : 0).u16(uint16_t(i * 3 % 700)).u16(uint16_t(i % 500));
+    ResourceHandle fond;
+    fond.data = bytes.take();
+    const std::vector<int16_t> styles = file->getSortedStylesForFOND(&fond);
+    ASSERT_EQ(styles.size(), 700u);
+    EXPECT_TRUE(std::is_sorted(styles.begin(), styles.end()));
+    std::vector<int16_t> joined;
+    for (int16_t style : styles) {
+        const std::vector<int16_t> ids = getSortedResIDsForStyle(file.get(), &fond, style);
+        EXPECT_TRUE(std::is_sorted(ids.begin(), ids.end()));
+        joined.insert(joined.end(), ids.begin(), ids.end());
+    }
+    std::sort(joined.begin(), joined.end());
+    EXPECT_EQ(getSortedResIDsForStyle(file.get(), &fond, -1), joined);
+    EXPECT_EQ(getStyleFromStyleIndex(file.get(), &fond, 699), styles.back());
 }
 
 TEST(ResourceFileAccess, TrueTypeSuitcase)
