@@ -14,7 +14,7 @@ cd "$(dirname "$0")/.."
 runs=${RUNS:-15}
 build=${BUILD:-build-bench}
 packages=(fonts-dejavu-core fonts-liberation2 fonts-urw-base35 fonts-texgyre fonts-noto-cjk
-          fonts-wqy-zenhei fonts-lmodern xfonts-scalable gsfonts)
+          fonts-wqy-zenhei fonts-lmodern lmodern xfonts-scalable gsfonts)
 python=/usr/bin/python3  # Debian's, where python3-fonttools is installed
 
 scripts/setup.sh

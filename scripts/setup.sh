@@ -10,7 +10,7 @@ packages=(
   libcli11-dev nlohmann-json3-dev
   python3 python3-fonttools fontconfig
   fonts-dejavu-core fonts-liberation2 fonts-urw-base35 fonts-texgyre fonts-noto-cjk gsfonts
-  fonts-wqy-zenhei fonts-lmodern xfonts-scalable hyperfine time
+  fonts-wqy-zenhei fonts-lmodern lmodern xfonts-scalable hyperfine time
 )
 
 missing=()

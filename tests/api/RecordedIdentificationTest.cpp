@@ -32,7 +32,7 @@ const std::vector<std::string>& debianPackages()
 {
     static const std::vector<std::string> names = {
         "fonts-dejavu-core", "fonts-liberation2", "fonts-urw-base35", "fonts-texgyre",
-        "fonts-noto-cjk",    "fonts-wqy-zenhei",  "fonts-lmodern",    "xfonts-scalable"};
+        "fonts-noto-cjk",    "fonts-wqy-zenhei",  "fonts-lmodern",    "lmodern",          "xfonts-scalable"};
     return names;
 }
 
