@@ -4,6 +4,7 @@
 
 #include <exception>
 
+#include "resourcefork/FileBytes.h"
 #include "support/LXFileSystemException.h"
 #include "support/LxDirectorySpecification.h"
 #include "support/LxFileSystem.h"
@@ -88,8 +89,11 @@ void LxFileSpecification::Internal_SetTypeAndCreatorFromFile()
     if (path_.empty()) return;
     FSRef ref;
     if (MacGetFSRef(ref) != 0) return;
+    // A regular file seen during this identification needs no second look.
     struct stat status;
-    if (stat(path_.c_str(), &status) == 0 && S_ISDIR(status.st_mode)) return;
+    if (!FileBytes::RegularFileSize(path_.str()) && stat(path_.c_str(), &status) == 0 &&
+        S_ISDIR(status.st_mode))
+        return;
     MacForkInfo info;
     try {
         info = MacForks::Describe(path_.str());

@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <vector>
 
+#include "resourcefork/FileBytes.h"
 #include "support/FileCopy.h"
 #include "support/LXFileSystemException.h"
 #include "support/LxDirectorySpecification.h"
@@ -101,7 +102,7 @@ bool LxFileSystem::IsValidFile(const LxFileSpecification& file)
 {
     try {
         const std::string path = PathOf(file);
-        if (hasMode(path, S_IFREG)) return true;
+        if (!path.empty() && FileBytes::RegularFileSize(path)) return true;
         // A logical Mac file kept only in a container (NAME.bin) is valid too.
         struct stat status;
         return !path.empty() && stat(path.c_str(), &status) != 0 && MacForks::Describe(path).exists;

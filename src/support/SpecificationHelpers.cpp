@@ -8,6 +8,7 @@
 #include <cstring>
 #include <vector>
 
+#include "resourcefork/FileBytes.h"
 #include "support/LxDirectorySpecification.h"
 #include "support/LxFileSpecification.h"
 #include "support/MacErrors.h"
@@ -38,6 +39,8 @@ LxString Join(const std::string& folder, const std::string& name)
 bool LogicalFileExists(const std::string& path)
 {
     if (path.empty()) return false;
+    // A regular file already looked at during this identification exists.
+    if (FileBytes::RegularFileSize(path)) return true;
     struct stat status;
     return stat(path.c_str(), &status) == 0 || MacForks::Describe(path).exists;
 }
