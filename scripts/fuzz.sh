@@ -45,6 +45,9 @@ if ((${#targets[@]} == 0)); then
   for binary in "$build"/bin/fuzz_*; do targets+=("$(basename "$binary" | sed 's/^fuzz_//')"); done
 fi
 
+# Targets that read whole files write them to a scratch folder: on tmpfs when
+# there is one, as every execution rewrites it.
+if [[ -z "${TMPDIR:-}" && -d /dev/shm && -w /dev/shm ]]; then export TMPDIR=/dev/shm; fi
 export ASAN_OPTIONS="${ASAN_OPTIONS:-detect_leaks=1:detect_stack_use_after_return=1}"
 export UBSAN_OPTIONS="${UBSAN_OPTIONS:-halt_on_error=1:print_stacktrace=1}"
 
