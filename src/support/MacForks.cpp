@@ -160,21 +160,34 @@ Found sidecar(const std::string& path)
     return containerEntries(path, *container, MacContainer::AppleDouble);
 }
 
+// `folder` + "/" + `rest`, where `folder` may be the root.
+std::string joined(const std::string& folder, const std::string& rest)
+{
+    return folder == "/" ? "/" + rest : folder + "/" + rest;
+}
+
+// Built with plain string operations on the path normalized once: this runs
+// for every file identified.
 std::vector<std::string> sidecarPaths(const std::string& path)
 {
     std::error_code error;
-    fs::path full = fs::absolute(fs::path(path), error).lexically_normal();
-    if (error || !full.has_filename()) return {};
-    const std::string name = full.filename().string();
-    const fs::path folder = full.parent_path();
-    std::vector<std::string> paths = {(folder / ("._" + name)).string(),
-                                      (folder / ".AppleDouble" / name).string()};
-    fs::path below;  // the path from the ancestor down to the file's folder
-    for (fs::path ancestor = folder;;) {
-        paths.push_back((ancestor / "__MACOSX" / below / ("._" + name)).lexically_normal().string());
-        if (!ancestor.has_relative_path()) break;
-        below = ancestor.filename() / below;
-        ancestor = ancestor.parent_path();
+    const fs::path normal = fs::absolute(fs::path(path), error).lexically_normal();
+    if (error || !normal.has_filename()) return {};
+    const std::string full = normal.string();
+    const size_t slash = full.rfind('/');
+    if (slash == std::string::npos) return {};
+    const std::string dotName = "._" + full.substr(slash + 1);
+    const std::string folder = slash == 0 ? "/" : full.substr(0, slash);
+    std::vector<std::string> paths = {joined(folder, dotName),
+                                      joined(folder, ".AppleDouble/" + full.substr(slash + 1))};
+    // __MACOSX in the folder and in every folder above it, holding the path
+    // from there down.
+    for (size_t end = folder.size();;) {
+        const std::string ancestor = end == 0 ? "/" : folder.substr(0, end);
+        const std::string below = end >= folder.size() ? "" : folder.substr(end + 1) + "/";
+        paths.push_back(joined(ancestor, "__MACOSX/" + below + dotName));
+        if (end == 0 || ancestor == "/") break;
+        end = folder.rfind('/', end - 1);
     }
     return paths;
 }
