@@ -2,7 +2,6 @@
 
 #include "api/CollectionSpecifiers.h"
 #include "api/ResourceFileSpecifiers.h"
-#include "checksum/CChecksum.h"
 #include "fontfiles/FontKind.h"
 #include "support/MacForks.h"
 #include "support/ReadScope.h"
@@ -14,13 +13,12 @@ TP_API unsigned long TP_CreateSpecifier(const char* path, unsigned long /*reserv
                                         unsigned long attributeMask, TP_FontArray** result)
 {
     if (!path || !result) return kTP_NullArgumentOrNotFound;
-    // The metadata readers and the checksums share one read of each fork.
+    // The metadata readers and the checksums share one read of each fork,
+    // and every face of the file one whole-file checksum.
     ReadScope readOnce;
     // A missing file has no faces, whatever its name says it holds.
     if (!MacForks::Describe(path).exists) return kTP_NullArgumentOrNotFound;
     auto array = std::make_unique<TP_FontArray>();
-    // Every face of the file may fall back to the same whole-file checksum.
-    FileChecksumScope checksums;
     if (fontTypeFromExtension(path) == kExtensionTTC)
         AppendCollectionFaces(path, attributeMask, *array);
     else

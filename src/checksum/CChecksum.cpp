@@ -4,29 +4,18 @@
 #include <zlib.h>
 
 #include <cstdint>
-#include <map>
 #include <optional>
 #include <string>
 
 #include "support/ByteView.h"
 #include "support/MacForks.h"
+#include "support/ReadScope.h"
 
 namespace {
 
-// What CalculateFileChecksum read of one file.
-struct FileSums {
-    unsigned long total = 0;
-    bool resourceForkRead = false;
-    bool hasDataFork = false;  // opened and not empty
-    unsigned long dataFork = 0;
-};
-
-// The results of the active FileChecksumScope, by path; null outside one.
-thread_local std::map<std::string, FileSums>* scopeResults = nullptr;
-
-FileSums readFileSums(const std::string& path)
+ReadScope::FileCRCs readFileCRCs(const std::string& path)
 {
-    FileSums sums;
+    ReadScope::FileCRCs sums;
     const MacFile file = MacForks::Resolve(path);
     for (int fork = 0; fork < 2; ++fork) {
         const bool isDataFork = fork == 0;
@@ -47,18 +36,6 @@ FileSums readFileSums(const std::string& path)
 }
 
 }  // namespace
-
-FileChecksumScope::FileChecksumScope() : outermost_(scopeResults == nullptr)
-{
-    if (outermost_) scopeResults = new std::map<std::string, FileSums>();
-}
-
-FileChecksumScope::~FileChecksumScope()
-{
-    if (!outermost_) return;
-    delete scopeResults;
-    scopeResults = nullptr;
-}
 
 unsigned long CChecksum::icrc(const unsigned char* data, unsigned long length, unsigned long crc)
 {
@@ -101,13 +78,14 @@ bool CChecksum::CalculateFileChecksum(const std::string& path, unsigned long* to
     // The entry value only serves to tell whether anything was read: the
     // whole-file CRC always starts from 0.
     const unsigned long entryValue = *total;
-    FileSums sums;
-    if (!scopeResults) {
-        sums = readFileSums(path);
-    } else if (auto known = scopeResults->find(path); known != scopeResults->end()) {
+    ReadScope::Memory* memory = ReadScope::Active();
+    ReadScope::FileCRCs sums;
+    if (!memory) {
+        sums = readFileCRCs(path);
+    } else if (auto known = memory->crcs.find(path); known != memory->crcs.end()) {
         sums = known->second;
     } else {
-        sums = scopeResults->emplace(path, readFileSums(path)).first->second;
+        sums = memory->crcs.emplace(path, readFileCRCs(path)).first->second;
     }
     *total = sums.total;
     if (dataForkOnly && sums.hasDataFork) *dataForkOnly = sums.dataFork;

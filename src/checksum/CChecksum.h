@@ -22,25 +22,10 @@ public:
     // file at `path`, from 0, into *total; with `dataForkOnly`, also the
     // data fork's own CRC. True when the resource fork was read, otherwise
     // when the total differs from the value *total held on entry. Each fork
-    // is viewed in place (mapped), and read only once per ReadScope.
+    // is viewed in place (mapped); inside a ReadScope each file is
+    // checksummed once and answered again from memory.
     static bool CalculateFileChecksum(const std::string& path, unsigned long* total,
                                       unsigned long* dataForkOnly);
-};
-
-// While an object of this class lives, CalculateFileChecksum on this thread
-// reads each file once and answers again from what it read: every face of a
-// font file may fall back to the same whole-file checksum, and a hostile
-// file has many faces. The files must not change meanwhile (one
-// identification). Nested scopes share the outermost one's results.
-class FileChecksumScope {
-public:
-    FileChecksumScope();
-    ~FileChecksumScope();
-    FileChecksumScope(const FileChecksumScope&) = delete;
-    FileChecksumScope& operator=(const FileChecksumScope&) = delete;
-
-private:
-    bool outermost_;
 };
 
 // `sum` plus (length + 3) / 4 big-endian words of `data`, modulo 2^32; a

@@ -34,10 +34,20 @@ public:
         std::optional<SharedBytes> bytes;     // the whole file, once mapped
     };
 
+    // The CRC-32s of a logical file's forks, once the whole-file checksum
+    // has read them: every face of a font file may fall back to it.
+    struct FileCRCs {
+        unsigned long total = 0;  // data fork, then resource fork
+        bool resourceForkRead = false;
+        bool hasDataFork = false;  // opened and not empty
+        unsigned long dataFork = 0;
+    };
+
     struct Memory {
         std::unordered_map<std::string, FileState> files;
         std::unordered_map<std::string, MacFile> resolved;
         std::map<std::pair<std::string, std::string>, std::optional<SharedBytes>> attributes;
+        std::unordered_map<std::string, FileCRCs> crcs;
     };
 
     // This thread's memory, or null when no scope is active.

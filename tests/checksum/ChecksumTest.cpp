@@ -9,6 +9,7 @@
 #include "common/FileIO.h"
 #include "common/TempFolder.h"
 #include "support/ByteWriter.h"
+#include "support/ReadScope.h"
 
 namespace {
 
@@ -121,11 +122,11 @@ TEST(CalculateFileChecksum, InsideAScopeEachFileIsReadOnce)
     };
     const unsigned long first = checksum();
     {
-        FileChecksumScope scope;
+        ReadScope scope;
         EXPECT_EQ(checksum(), first);
         testfiles::writeFile((dir / "font"), std::string("second"));
         {
-            FileChecksumScope nested;
+            ReadScope nested;
             EXPECT_EQ(checksum(), first);  // the outer scope's reading
         }
         EXPECT_EQ(checksum(), first);
