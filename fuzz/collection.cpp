@@ -65,7 +65,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
             checkRebuiltFace(face, size);
             checkLayoutMatches(collection, index, face);
         }
-        if (rebuilt == 5 && 12 + 4 * uint64_t(index) + 4 >= size) break;
+        if (rebuilt == 5 && collection.offsetEntryPastEnd(index)) break;
     }
     FUZZ_CHECK(collection.GetDataPtrForFace(count, face) == 1 && face.empty());
     return 0;

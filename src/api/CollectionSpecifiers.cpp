@@ -59,7 +59,7 @@ void AppendCollectionFaces(const char* path, unsigned long attributeMask, TP_Fon
         const int rebuilt = collection.LayoutFace(index, layout);
         // A face whose offset entry lies past the end means every later one
         // does too.
-        if (rebuilt == 5 && 12 + 4 * uint64_t(index) + 4 >= collection.bytes().size()) break;
+        if (rebuilt == 5 && collection.offsetEntryPastEnd(index)) break;
         if (rebuilt != 0) continue;
         ZeroedBuffer image(size_t(layout.size));
         fillReaderImage(layout, image);

@@ -11,6 +11,7 @@
 #include "checksum/CChecksum.h"
 #include "fontfiles/SfntDirectory.h"
 #include "resourcefork/FileBytes.h"
+#include "support/ByteWriter.h"
 
 namespace {
 
@@ -35,12 +36,6 @@ __attribute__((target_clones("avx2", "default"))) uint32_t wordSum(const SumBloc
         sum += word;
     }
     return sum;
-}
-
-// Stores a big-endian word into a rebuilt header (of our own making).
-void putU32(std::vector<uint8_t>& bytes, size_t at, uint32_t value)
-{
-    for (size_t i = 0; i < 4; ++i) bytes[at + i] = uint8_t(value >> (24 - 8 * i));
 }
 
 bool pathExists(const std::string& path)
@@ -117,6 +112,11 @@ const TrueTypeCollectionFont::TableSums& TrueTypeCollectionFont::sumsOf(uint32_t
     return entry->second;
 }
 
+bool TrueTypeCollectionFont::offsetEntryPastEnd(unsigned long face) const
+{
+    return 12 + 4 * uint64_t(face) + 4 >= data.size();
+}
+
 int TrueTypeCollectionFont::LayoutFace(unsigned long face, Face& out) const
 {
     out = Face();
@@ -124,8 +124,7 @@ int TrueTypeCollectionFont::LayoutFace(unsigned long face, Face& out) const
     const uint64_t size = collection.size();
     if (face >= faceCount()) return 1;
     uint32_t start = 0;
-    if (!(12 + 4 * uint64_t(face) + 4 < size) || !collection.u32(12 + 4 * size_t(face), start))
-        return 5;
+    if (offsetEntryPastEnd(face) || !collection.u32(12 + 4 * size_t(face), start)) return 5;
     uint16_t numTables = 0;
     if (!(uint64_t(start) + 12 < size) || !collection.u16(size_t(start) + 4, numTables)) return 5;
     const uint64_t headerSize = kSfntHeaderSize + kDirectoryEntrySize * uint64_t(numTables);
@@ -143,7 +142,8 @@ int TrueTypeCollectionFont::LayoutFace(unsigned long face, Face& out) const
     if (total >= size) return 1;
 
     Face layout;
-    layout.header.assign(header->span().begin(), header->span().end());
+    ByteWriter rebuilt;
+    rebuilt.bytes(*header);
     uint64_t at = headerSize;
     for (uint16_t i = 0; i < numTables; ++i) {
         const size_t entry = kSfntHeaderSize + kDirectoryEntrySize * i;
@@ -154,10 +154,11 @@ int TrueTypeCollectionFont::LayoutFace(unsigned long face, Face& out) const
         if (!collection.contains(offset, size_t(padded))) return 5;
         const TableSums& sums = sumsOf(offset, length);
         layout.tables.push_back({*collection.sub(offset, length), at, padded, sums.paddedCRC});
-        putU32(layout.header, entry + 4, sums.checkSum);
-        putU32(layout.header, entry + 8, uint32_t(at));
+        rebuilt.putU32(entry + 4, sums.checkSum);
+        rebuilt.putU32(entry + 8, uint32_t(at));
         at += padded;
     }
+    layout.header = rebuilt.take();
     layout.size = at;
     out = std::move(layout);
     return 0;
@@ -228,7 +229,7 @@ int TrueTypeCollectionFont::SeparateTTCFonts(const std::string& collectionPath,
         if (code != 0) result = code;
         // A face whose offset entry lies past the end means every later one
         // does too: stop instead of walking a hostile count to its end.
-        if (code == 5 && 12 + 4 * uint64_t(index) + 4 >= collection.bytes().size()) break;
+        if (code == 5 && collection.offsetEntryPastEnd(index)) break;
     }
     return result;
 }

@@ -27,6 +27,9 @@ public:
 
     // numFonts as stored; 0 when fewer than 13 bytes are held.
     unsigned long faceCount() const;
+    // True when the face's offset entry does not lie wholly before the end:
+    // neither it nor any later face can be read.
+    bool offsetEntryPastEnd(unsigned long face) const;
 
     // One face as a standalone sfnt, described rather than built: the
     // rebuilt offset table and directory (new offsets, padded table
