@@ -158,26 +158,32 @@ bool GetCFTypeFromDict(plist_t dict, const char* key, plist_type type, plist_t& 
     return true;
 }
 
-plist_t GetCFBooleanFromDict(plist_t dict, const char* key)
+namespace {
+
+// The item under `key` when it has that type; null otherwise.
+plist_t typedItem(plist_t dict, const char* key, plist_type type)
 {
     plist_t value = nullptr;
-    GetCFTypeFromDict(dict, key, PLIST_BOOLEAN, value);
+    GetCFTypeFromDict(dict, key, type, value);
     return value;
+}
+
+}  // namespace
+
+plist_t GetCFBooleanFromDict(plist_t dict, const char* key)
+{
+    return typedItem(dict, key, PLIST_BOOLEAN);
 }
 
 plist_t GetCFNumberFromDict(plist_t dict, const char* key)
 {
-    plist_t value = nullptr;
-    if (!GetCFTypeFromDict(dict, key, PLIST_UINT, value))
-        GetCFTypeFromDict(dict, key, PLIST_REAL, value);
-    return value;
+    if (plist_t integer = typedItem(dict, key, PLIST_UINT)) return integer;
+    return typedItem(dict, key, PLIST_REAL);
 }
 
 plist_t GetCFStringFromDict(plist_t dict, const char* key)
 {
-    plist_t value = nullptr;
-    GetCFTypeFromDict(dict, key, PLIST_STRING, value);
-    return value;
+    return typedItem(dict, key, PLIST_STRING);
 }
 
 plist_t XCFGetCFStringFromDictionary(plist_t dict, const char* key)
@@ -187,9 +193,7 @@ plist_t XCFGetCFStringFromDictionary(plist_t dict, const char* key)
 
 plist_t GetCFArrayFromDict(plist_t dict, const char* key)
 {
-    plist_t value = nullptr;
-    GetCFTypeFromDict(dict, key, PLIST_ARRAY, value);
-    return value;
+    return typedItem(dict, key, PLIST_ARRAY);
 }
 
 bool GetBoolFromDict(plist_t dict, const char* key, bool& out)
