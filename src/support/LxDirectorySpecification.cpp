@@ -14,7 +14,7 @@ LxDirectorySpecification::LxDirectorySpecification(const LxString& path) : path_
 
 LxDirectorySpecification::LxDirectorySpecification(const FSRef& ref) : path_(ref.path) {}
 
-LxDirectorySpecification::LxDirectorySpecification(const FSSpec& spec) : path_(spec.path) {}
+LxDirectorySpecification::LxDirectorySpecification(const FSSpec& fsSpec) : path_(fsSpec.path) {}
 
 LxDirectorySpecification::LxDirectorySpecification(const LxDirectorySpecification& parent,
                                                    const LxString& name)
@@ -114,22 +114,22 @@ int LxDirectorySpecification::MacGetFSRef(FSRef& ref) const
     return 0;
 }
 
-int LxDirectorySpecification::MacGetFSSpec(FSSpec& spec) const
+int LxDirectorySpecification::MacGetFSSpec(FSSpec& out) const
 {
     if (!fsSpecValid_) {
         if (!itemExists(path_.str())) return MacError::fnfErr;
         fsSpec_.path = path_.str();
         fsSpecValid_ = true;
     }
-    spec = fsSpec_;
+    out = fsSpec_;
     return 0;
 }
 
-void LxDirectorySpecification::AddDelimiter(LxFileSpecification& spec)
+void LxDirectorySpecification::AddDelimiter(LxFileSpecification& file)
 {
     LxString path;
-    spec.GetFullPath(path);
+    file.GetFullPath(path);
     if (LxFileSystemParser::EndsWithDelimiter(path.str())) return;
     path += LxFileSystemParser::kPathDelimiterString;
-    spec.Set(path);
+    file.Set(path);
 }

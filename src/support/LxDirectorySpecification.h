@@ -13,7 +13,7 @@ public:
     LxDirectorySpecification();
     LxDirectorySpecification(const LxString& path);
     LxDirectorySpecification(const FSRef& ref);
-    LxDirectorySpecification(const FSSpec& spec);
+    LxDirectorySpecification(const FSSpec& fsSpec);
     // `name` inside `parent`.
     LxDirectorySpecification(const LxDirectorySpecification& parent, const LxString& name);
     LxDirectorySpecification(const LxDirectorySpecification& other);
@@ -44,10 +44,10 @@ public:
 
     // 0 when something exists at the path (the reference is cached), else -43.
     int MacGetFSRef(FSRef& ref) const;
-    int MacGetFSSpec(FSSpec& spec) const;
+    int MacGetFSSpec(FSSpec& out) const;
 
     // Appends "/" to the file's path when it does not end in one.
-    static void AddDelimiter(LxFileSpecification& spec);
+    static void AddDelimiter(LxFileSpecification& file);
 
 private:
     void clearCaches() const;

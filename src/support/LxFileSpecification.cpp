@@ -48,9 +48,9 @@ LxFileSpecification::LxFileSpecification(const FSRef& ref)
     Set(LxString(ref.path));
 }
 
-LxFileSpecification::LxFileSpecification(const FSSpec& spec)
+LxFileSpecification::LxFileSpecification(const FSSpec& fsSpec)
 {
-    Set(LxString(spec.path));
+    Set(LxString(fsSpec.path));
 }
 
 LxFileSpecification::LxFileSpecification(const LxFileSpecification& other) = default;
@@ -218,14 +218,14 @@ int LxFileSpecification::MacGetFSRef(FSRef& ref) const
     return 0;
 }
 
-int LxFileSpecification::MacGetFSSpec(FSSpec& spec) const
+int LxFileSpecification::MacGetFSSpec(FSSpec& out) const
 {
     if (!fsSpecValid_) {
         if (!SpecificationHelpers::LogicalFileExists(path_.str())) return MacError::fnfErr;
         fsSpec_.path = path_.str();
         fsSpecValid_ = true;
     }
-    spec = fsSpec_;
+    out = fsSpec_;
     return 0;
 }
 

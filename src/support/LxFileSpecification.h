@@ -20,7 +20,7 @@ public:
     // A path in the given style (see Set).
     LxFileSpecification(const PlatformString& path, long pathStyle);
     LxFileSpecification(const FSRef& ref);
-    LxFileSpecification(const FSSpec& spec);
+    LxFileSpecification(const FSSpec& fsSpec);
     LxFileSpecification(const LxFileSpecification& other);
     LxFileSpecification& operator=(const LxFileSpecification& other);
     virtual ~LxFileSpecification();
@@ -64,7 +64,7 @@ public:
 
     // 0 when the logical file exists (the reference is cached), else -43.
     int MacGetFSRef(FSRef& ref) const;
-    int MacGetFSSpec(FSSpec& spec) const;
+    int MacGetFSSpec(FSSpec& out) const;
     // The stored codes; no file access.
     void MacGetTypeAndCreator(unsigned long& type, unsigned long& creator) const;
     void MacSetTypeAndCreator(unsigned long type, unsigned long creator);

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "resourcefork/FONDStyleNames.h"
+#include "common/FondBuilder.h"
 #include "common/MacFixtures.h"
 #include "resourcefork/PascalStrings.h"
 #include "resourcefork/PrinterFontNames.h"
@@ -8,41 +9,8 @@
 
 namespace {
 
+using namespace fondbuilder;
 using namespace macfixtures;
-
-struct Assoc {
-    uint16_t size;
-    int16_t style;
-    int16_t id;
-};
-
-// A FOND: header, association table, then (when there are strings) a
-// style-mapping table.
-struct FondSpec {
-    int16_t familyID = 128;
-    uint16_t international = 0;
-    std::vector<Assoc> entries;
-    std::vector<int8_t> nameCodes = std::vector<int8_t>(48, 0);
-    std::vector<std::string> strings;
-};
-
-Bytes BuildFond(const FondSpec& spec)
-{
-    const size_t tableAt = 54 + 6 * spec.entries.size();
-    ByteWriter w;
-    w.u16(0).u16(uint16_t(spec.familyID)).zeros(12);                // flags .. widMax
-    w.u32(0).u32(0).u32(spec.strings.empty() ? 0 : uint32_t(tableAt));  // width, kerning, style
-    w.zeros(18).u16(0).u16(spec.international).u16(2);              // properties, intl, version
-    w.u16(uint16_t(spec.entries.size() - 1));
-    for (const Assoc& a : spec.entries) w.u16(a.size).u16(uint16_t(a.style)).u16(uint16_t(a.id));
-    if (!spec.strings.empty()) {
-        w.u16(0).u32(0).u32(0);
-        for (int8_t code : spec.nameCodes) w.u8(uint8_t(code));
-        w.u16(uint16_t(spec.strings.size()));
-        for (const std::string& s : spec.strings) w.pascal(s);
-    }
-    return w.take();
-}
 
 ResourceHandlePtr Handle(const Bytes& data, const std::string& name = "Family", int16_t id = 128)
 {
@@ -63,13 +31,13 @@ std::string PostScriptName(const ResourceHandle* fond, int style)
 }
 
 // "Times" with a bold-italic descriptor naming a hyphen and "BoldItalic".
-FondSpec Times()
+FondRecipe Times()
 {
-    FondSpec spec;
-    spec.entries = {{12, 0, 200}, {12, 3, 201}};
-    spec.strings = {"Times", std::string("\x03\x04", 2), "-", "BoldItalic", "Bold", "\x01\x01"};
-    spec.nameCodes[3] = 2;
-    return spec;
+    FondRecipe recipe;
+    recipe.entries = {{12, 0, 200}, {12, 3, 201}};
+    recipe.strings = {"Times", std::string("\x03\x04", 2), "-", "BoldItalic", "Bold", "\x01\x01"};
+    recipe.nameCodes[3] = 2;
+    return recipe;
 }
 
 std::unique_ptr<TypeprobeResourceFile> Corpus(const char* relative)
@@ -112,11 +80,11 @@ TEST(FOND, PrinterFileNamesFollowTheFiveThreeThreeRule)
 
 TEST(FOND, PostScriptNamesFromTheStyleMappingTable)
 {
-    FondSpec spec = Times();
-    spec.nameCodes[1] = 9;   // past the string count: base name
-    spec.nameCodes[2] = -3;  // negative: base name
-    spec.nameCodes[4] = 6;   // descriptor naming string 1 twice
-    auto fond = Handle(BuildFond(spec));
+    FondRecipe recipe = Times();
+    recipe.nameCodes[1] = 9;   // past the string count: base name
+    recipe.nameCodes[2] = -3;  // negative: base name
+    recipe.nameCodes[4] = 6;   // descriptor naming string 1 twice
+    auto fond = Handle(BuildFond(recipe));
     EXPECT_EQ(PostScriptName(fond.get(), 0), "Times");
     EXPECT_EQ(PostScriptName(fond.get(), 3), "Times-BoldItalic");
     EXPECT_EQ(PostScriptName(fond.get(), 1), "Times");
@@ -124,8 +92,8 @@ TEST(FOND, PostScriptNamesFromTheStyleMappingTable)
     EXPECT_EQ(PostScriptName(fond.get(), 0x08), "TimesTimesTimes");
     EXPECT_EQ(PostScriptName(nullptr, 0), "");
 
-    spec.strings[0] = "T\xA5mes\x7F";
-    EXPECT_EQ(PostScriptName(Handle(BuildFond(spec)).get(), 3), "T?mes?-BoldItalic");
+    recipe.strings[0] = "T\xA5mes\x7F";
+    EXPECT_EQ(PostScriptName(Handle(BuildFond(recipe)).get(), 3), "T?mes?-BoldItalic");
 }
 
 TEST(FOND, HostileStyleMappingTablesGiveShortNamesNotCrashes)
@@ -285,9 +253,9 @@ TEST(FOND, EntriesOutsideTheHandleAreSkipped)
 {
     auto file = Corpus("ps-family/DejaVuSerif.bin");
     ASSERT_TRUE(file);
-    FondSpec spec;
-    spec.entries = {{0, 2, 7}, {12, 1, 5}, {12, 0, 6}};
-    Bytes bytes = BuildFond(spec);
+    FondRecipe recipe;
+    recipe.entries = {{0, 2, 7}, {12, 1, 5}, {12, 0, 6}};
+    Bytes bytes = BuildFond(recipe);
     bytes[52] = 0x7F;  // 32768 entries claimed
     bytes.resize(54 + 6 * 2 + 3);
     auto fond = Handle(bytes);
@@ -304,7 +272,7 @@ TEST(FOND, SortedStylesTieTheBoundsTestToTheFONDsPosition)
 {
     // The k-th FOND's entries count only when it holds 54 + 6 x (k + 1)
     // bytes (intended): the second, one entry in 60 bytes, gives nothing.
-    FondSpec first, second, third;
+    FondRecipe first, second, third;
     first.entries = {{12, 0, 1}};
     second.entries = {{12, 1, 2}};
     third.entries = {{12, 2, 3}, {12, 4, 4}, {12, 8, 5}};
@@ -323,20 +291,20 @@ TEST(FOND, DoubleByteFamilies)
     ASSERT_TRUE(file);
     const std::pair<int16_t, bool> ids[] = {{0x3FFF, false}, {0x4000, true}, {0x41FF, true}, {0x4200, false}};
     for (auto [id, doubleByte] : ids) {
-        FondSpec spec;
-        spec.familyID = id;
-        spec.entries = {{0, 0, 1}};
-        EXPECT_EQ(file->isDoubleByteFOND(Handle(BuildFond(spec)).get()), doubleByte) << id;
+        FondRecipe recipe;
+        recipe.familyID = id;
+        recipe.entries = {{0, 0, 1}};
+        EXPECT_EQ(file->isDoubleByteFOND(Handle(BuildFond(recipe)).get()), doubleByte) << id;
     }
-    FondSpec spec;
-    spec.international = 1;
-    spec.entries = {{0, 0, 1}};
-    spec.strings = {"Ryumin-Light-83pv-RKSJ-H"};
-    auto fond = Handle(BuildFond(spec));
+    FondRecipe recipe;
+    recipe.international = 1;
+    recipe.entries = {{0, 0, 1}};
+    recipe.strings = {"Ryumin-Light-83pv-RKSJ-H"};
+    auto fond = Handle(BuildFond(recipe));
     EXPECT_TRUE(file->isDoubleByteFOND(fond.get()));
     EXPECT_EQ(file->getPSPrinterNameForFOND(fond.get(), 0).str(), "Ryumin-Light");
-    spec.strings = {"Osaka-Mono"};
-    fond = Handle(BuildFond(spec));
+    recipe.strings = {"Osaka-Mono"};
+    fond = Handle(BuildFond(recipe));
     EXPECT_EQ(file->getPSPrinterNameForFOND(fond.get(), 0).str(), "");
     EXPECT_FALSE(CreatePrinterPath(file.get(), fond.get(), 0));
 }
@@ -352,34 +320,34 @@ TEST(FOND, PrinterFileNamesStayInTheSuitcasesFolder)
     WriteFile(dir / "fonts/suitcase", ResourceFile({{"NFNT", 1, std::nullopt, Text("strike")}}));
     auto file = TypeprobeResourceFile::initWithFile(dir / "fonts/suitcase", true);
     ASSERT_TRUE(file);
-    FondSpec spec;
-    spec.international = 1;  // double-byte: the name up to its second "-"
-    spec.entries = {{12, 0, 1}};
-    spec.strings = {"../outside-x-y"};
-    auto fond = Handle(BuildFond(spec));
+    FondRecipe recipe;
+    recipe.international = 1;  // double-byte: the name up to its second "-"
+    recipe.entries = {{12, 0, 1}};
+    recipe.strings = {"../outside-x-y"};
+    auto fond = Handle(BuildFond(recipe));
     EXPECT_EQ(file->getPSPrinterNameForFOND(fond.get(), 0).str(), "..:outside-x");
     auto path = CreatePrinterPath(file.get(), fond.get(), 0);
     ASSERT_TRUE(path);
     EXPECT_EQ(path->str(), dir / "fonts/..:outside-x");
-    spec.international = 0;  // the 5+3+3 name keeps a "/" after the first letter
-    spec.strings = {"A/../x"};
-    EXPECT_EQ(file->getPSPrinterNameForFOND(Handle(BuildFond(spec)).get(), 0).str(), "A:..:");
+    recipe.international = 0;  // the 5+3+3 name keeps a "/" after the first letter
+    recipe.strings = {"A/../x"};
+    EXPECT_EQ(file->getPSPrinterNameForFOND(Handle(BuildFond(recipe)).get(), 0).str(), "A:..:");
 }
 
 TEST(FOND, DoubleByteFamilyNamesPickTheirEncoding)
 {
     const std::string mincho = "\x96\xBE\x92\xA9";  // Shift-JIS
-    FondSpec outline, bitmap;
+    FondRecipe outline, bitmap;
     outline.international = 1;
     outline.entries = {{0, 0, 500}};
     bitmap.international = 1;
     bitmap.entries = {{12, 0, 501}, {10, 0, 502}};
-    FondSpec bitmapWithNames = bitmap;
+    FondRecipe bitmapWithNames = bitmap;
     bitmapWithNames.strings = {"Ryumin-Light-83pv-RKSJ-H"};
     struct Case {
         const char* what;
         std::vector<TestResource> extra;
-        FondSpec spec;
+        FondRecipe recipe;
         const char* expected;
     };
     const Case cases[] = {
@@ -394,7 +362,7 @@ TEST(FOND, DoubleByteFamilyNamesPickTheirEncoding)
     };
     for (const Case& c : cases) {
         std::vector<TestResource> resources = c.extra;
-        resources.push_back({"FOND", 1, mincho, BuildFond(c.spec)});
+        resources.push_back({"FOND", 1, mincho, BuildFond(c.recipe)});
         TempDir dir;
         WriteFile(dir / "f.dfont", ResourceFile(resources));
         auto file = TypeprobeResourceFile::initWithFile(dir / "f.dfont", true);

@@ -1,12 +1,14 @@
 #include <gtest/gtest.h>
 
 #include "fontfiles/Type1MetaData.h"
+#include "common/FondBuilder.h"
 #include "common/MacFixtures.h"
 #include "resourcefork/PostScriptResources.h"
 #include "resourcefork/ResourceFileAccess.h"
 
 namespace {
 
+using namespace fondbuilder;
 using namespace macfixtures;
 using namespace std::string_literals;
 
@@ -27,35 +29,12 @@ ResourceHandlePtr FirstFOND(const TypeprobeResourceFile* file)
     return getHandleOfTypeAndIndex(file, kTypeFOND, 1);
 }
 
-struct Assoc {
-    uint16_t size;
-    int16_t style;
-    int16_t id;
-};
-
-// A FOND with an association table and, when there are strings, a
-// style-mapping table (string 1 is the base PostScript name).
-struct FondSpec {
-    int16_t familyID = 128;
-    uint16_t international = 0;
-    std::vector<Assoc> entries = {{10, 0, 128}};
-    std::vector<std::string> strings;
-};
-
-Bytes BuildFond(const FondSpec& spec)
+// A family with one 10-point strike of the plain style.
+FondRecipe OneStyle()
 {
-    const size_t tableAt = 54 + 6 * spec.entries.size();
-    ByteWriter w;
-    w.u16(0).u16(uint16_t(spec.familyID)).zeros(12);
-    w.u32(0).u32(0).u32(spec.strings.empty() ? 0 : uint32_t(tableAt));
-    w.zeros(18).u16(0).u16(spec.international).u16(2);
-    w.u16(uint16_t(spec.entries.size() - 1));
-    for (const Assoc& a : spec.entries) w.u16(a.size).u16(uint16_t(a.style)).u16(uint16_t(a.id));
-    if (!spec.strings.empty()) {
-        w.u16(0).u32(0).u32(0).zeros(48).u16(uint16_t(spec.strings.size()));
-        for (const std::string& s : spec.strings) w.pascal(s);
-    }
-    return w.take();
+    FondRecipe recipe;
+    recipe.entries = {{10, 0, 128}};
+    return recipe;
 }
 
 // A POST chunk of Type 1 text (chunk header 1, 0), padded to `size`.
@@ -75,12 +54,12 @@ struct Family {
     ResourceFilePtr file;
     ResourceHandlePtr fond;
 
-    Family(const std::string& fondName, const FondSpec& spec,
+    Family(const std::string& fondName, const FondRecipe& recipe,
            std::vector<TestResource> more = {}, const std::string& printerName = "",
            const std::vector<TestResource>& printer = {})
     {
         suitcase = dir / "Family.suit";
-        more.insert(more.begin(), TestResource{"FOND", spec.familyID, fondName, BuildFond(spec)});
+        more.insert(more.begin(), TestResource{"FOND", recipe.familyID, fondName, BuildFond(recipe)});
         WriteFile(suitcase, ResourceFile(more));
         if (!printerName.empty()) WriteFile(dir / printerName, ResourceFile(printer));
         file = AllocateResourceFile(suitcase, true);
@@ -212,13 +191,13 @@ TEST(CollectPSMetaDataMac, KindOfDoubleByteAndMultipleMasterFamilies)
          "PostScript - MM"},
     };
     for (const auto& c : cases) {
-        FondSpec spec;
-        spec.familyID = c.familyID;
-        spec.international = c.international;
-        spec.entries = c.entries;
+        FondRecipe recipe = OneStyle();
+        recipe.familyID = c.familyID;
+        recipe.international = c.international;
+        recipe.entries = c.entries;
         std::vector<TestResource> more;
         if (c.sfnt) more.push_back({"sfnt", 300, std::nullopt, *c.sfnt});
-        Family family(c.fondName, spec, more);
+        Family family(c.fondName, recipe, more);
         Names n;
         Collect(family.file.get(), family.suitcase, family.fond.get(), 0, n);
         EXPECT_EQ(n.kind.str(), c.kind) << c.what;
@@ -227,9 +206,9 @@ TEST(CollectPSMetaDataMac, KindOfDoubleByteAndMultipleMasterFamilies)
 
 TEST(CollectPSMetaDataMac, MultipleMasterInstanceNames)
 {
-    FondSpec spec;
-    spec.strings = {"MyriadMM_215_LT_300_CN"};
-    Family family("%MMyriadMM_215 LT 300 CN", spec);
+    FondRecipe recipe = OneStyle();
+    recipe.strings = {"MyriadMM_215_LT_300_CN"};
+    Family family("%MMyriadMM_215 LT 300 CN", recipe);
     Names n;
     EXPECT_EQ(Collect(family.file.get(), family.suitcase, family.fond.get(), 0, n), 6);
     EXPECT_EQ(n.printer.str(), family.dir / "MyriaMM");
@@ -238,7 +217,7 @@ TEST(CollectPSMetaDataMac, MultipleMasterInstanceNames)
     EXPECT_EQ(n.psName.str(), "Myriad");  // repaired from the FOND's name
 
     // The marker alone, "_" straight after it: the whole name is kept.
-    Family bare("%M_Myriad MM_x", spec);
+    Family bare("%M_Myriad MM_x", recipe);
     Names m;
     Collect(bare.file.get(), bare.suitcase, bare.fond.get(), 0, m);
     EXPECT_EQ(m.display.str(), "%M_Myriad MM_x");
@@ -246,14 +225,14 @@ TEST(CollectPSMetaDataMac, MultipleMasterInstanceNames)
 
     // "MM" without a later "_" marks no multiple master, but an "MM" in
     // the PostScript name does when the name is repaired.
-    Family byPSName("%MMyriadMM", spec);
+    Family byPSName("%MMyriadMM", recipe);
     Names p;
     Collect(byPSName.file.get(), byPSName.suitcase, byPSName.fond.get(), 0, p);
     EXPECT_EQ(p.display.str(), "MyriadMM");
     EXPECT_EQ(p.kind.str(), "PostScript - MM");
 
-    spec.strings = {"Myriad-Regular"};
-    Family plain("%MMyriadMM", spec);
+    recipe.strings = {"Myriad-Regular"};
+    Family plain("%MMyriadMM", recipe);
     Names q;
     EXPECT_EQ(Collect(plain.file.get(), plain.suitcase, plain.fond.get(), 0, q), 6);
     EXPECT_EQ(q.display.str(), "%MMyriadMM");
@@ -289,10 +268,10 @@ TEST(CollectPSMetaDataMac, PrinterFontChunksAreReadUpToTheRules)
           {"POST", 503, std::nullopt, Chunk(familyKey)}},
          0, "Family.suit"},
     };
-    FondSpec spec;
-    spec.strings = {"Serif-Bold"};
+    FondRecipe recipe = OneStyle();
+    recipe.strings = {"Serif-Bold"};
     for (const auto& c : cases) {
-        Family family("Serif", spec, {}, "SerifBol", c.chunks);
+        Family family("Serif", recipe, {}, "SerifBol", c.chunks);
         Names n;
         EXPECT_EQ(Collect(family.file.get(), family.suitcase, family.fond.get(), 0, n), c.status)
             << c.what;
@@ -304,9 +283,9 @@ TEST(CollectPSMetaDataMac, PrinterFontChunksAreReadUpToTheRules)
 
 TEST(CollectPSMetaData, FallsBackToThePrinterFontAsText)
 {
-    FondSpec spec;
-    spec.strings = {"Serif-Bold"};
-    Family family("Serif", spec);
+    FondRecipe recipe = OneStyle();
+    recipe.strings = {"Serif-Bold"};
+    Family family("Serif", recipe);
     // A printer font kept as plain Type 1 text rather than POST resources.
     WriteFile(family.dir / "SerifBol", Text("%!PS-AdobeFont-1.0: Other-Bold 001.000\n"
                                             "/FamilyName (Other) def\n"
@@ -363,9 +342,9 @@ TEST(GatherMetaDataFromHandle, SeesZeroBytesAsUnderscores)
 
 TEST(Collect_sfnt_MetaDataFromPrinterInfo, StopsAtTheFirstNamedResource)
 {
-    FondSpec spec;
-    spec.entries = {{0, 0, 301}, {0, 0, 300}, {0, 0, 302}, {0, 1, 303}};
-    Family family("Serif", spec,
+    FondRecipe recipe = OneStyle();
+    recipe.entries = {{0, 0, 301}, {0, 0, 300}, {0, 0, 302}, {0, 1, 303}};
+    Family family("Serif", recipe,
                   {{"sfnt", 300, std::nullopt, Text("typ1 no names")},
                    {"sfnt", 301, std::nullopt, Text("typ1 /FontName /First def")},
                    {"sfnt", 302, std::nullopt, Text("typ1 /FontName /Second def")},

@@ -82,10 +82,10 @@ TEST(LxFileSpecification, GetNameAndItsMessages)
                   LxFileSpecification().GetName(out);
               }),
               "Bad filename in LxFileSpecification::GetName:-37");
-    LxFileSpecification spec("/a/b");
-    EXPECT_NO_THROW(spec.FailOnError(0));
-    EXPECT_NO_THROW(spec.FailOnError(-43));
-    EXPECT_EQ(failureText([&] { spec.FailOnError(-36); }),
+    LxFileSpecification file("/a/b");
+    EXPECT_NO_THROW(file.FailOnError(0));
+    EXPECT_NO_THROW(file.FailOnError(-43));
+    EXPECT_EQ(failureText([&] { file.FailOnError(-36); }),
               "Error in LxFileSpecification::GetName:-36");
 }
 
@@ -114,13 +114,13 @@ TEST(LxFileSpecification, PlatformReferencesResolveExistingFilesOnly)
 {
     TempFolder temp;
     LxFileSpecification present(L(temp.file("a")));
-    FSSpec spec;
+    FSSpec fsSpec;
     FSRef ref;
-    EXPECT_EQ(present.MacGetFSSpec(spec), 0);
-    EXPECT_EQ(spec.path, temp / "a");
+    EXPECT_EQ(present.MacGetFSSpec(fsSpec), 0);
+    EXPECT_EQ(fsSpec.path, temp / "a");
     EXPECT_EQ(present.MacGetFSRef(ref), 0);
     LxFileSpecification absent(L(temp / "b"));
-    EXPECT_EQ(absent.MacGetFSSpec(spec), -43);
+    EXPECT_EQ(absent.MacGetFSSpec(fsSpec), -43);
     EXPECT_EQ(absent.MacGetFSRef(ref), -43);
     EXPECT_EQ(LxFileSpecification().MacGetFSRef(ref), -43);
 }
@@ -129,14 +129,14 @@ TEST(LxFileSpecification, AssigningANameResolvesAgainstThePath)
 {
     TempFolder temp;
     temp.folder("dir");
-    LxFileSpecification spec(L(temp / "dir/a.ttf"));
-    spec = L("b.ttf");
-    EXPECT_EQ(LxString(spec).str(), temp / "dir/b.ttf");
-    spec = L(temp / "dir");
-    spec = L("c.ttf");
-    EXPECT_EQ(LxString(spec).str(), temp / "dir/c.ttf");
-    spec = L("/abs/d.ttf");
-    EXPECT_EQ(LxString(spec).str(), "/abs/d.ttf");
+    LxFileSpecification file(L(temp / "dir/a.ttf"));
+    file = L("b.ttf");
+    EXPECT_EQ(LxString(file).str(), temp / "dir/b.ttf");
+    file = L(temp / "dir");
+    file = L("c.ttf");
+    EXPECT_EQ(LxString(file).str(), temp / "dir/c.ttf");
+    file = L("/abs/d.ttf");
+    EXPECT_EQ(LxString(file).str(), "/abs/d.ttf");
     LxFileSpecification relative(L("plain"));
     EXPECT_EQ(failureText([&] { relative = L("x"); }),
               "Path not found in LxFileSpecification::GetName:-36");
@@ -161,16 +161,16 @@ TEST(LxFileSpecification, EqualityIgnoresCaseAndPiecesCombine)
 
 TEST(LxFileSpecification, BufferFormsCutToFit)
 {
-    LxFileSpecification spec("/folder/name.ttf");
+    LxFileSpecification file("/folder/name.ttf");
     unsigned char buffer[8];
-    EXPECT_EQ(spec.GetFullPathUTF8(buffer, sizeof buffer), 0);
+    EXPECT_EQ(file.GetFullPathUTF8(buffer, sizeof buffer), 0);
     EXPECT_STREQ(reinterpret_cast<char*>(buffer), "/folder");
-    EXPECT_EQ(spec.GetFullPathUTF8(nullptr, 4), -50);
+    EXPECT_EQ(file.GetFullPathUTF8(nullptr, 4), -50);
     char name[32];
-    EXPECT_EQ(spec.GetNameUTF8(name, sizeof name), 0);
+    EXPECT_EQ(file.GetNameUTF8(name, sizeof name), 0);
     EXPECT_STREQ(name, "name.ttf");
     HFSUniStr255 unicode;
-    EXPECT_EQ(spec.GetNameUnicode(&unicode), 0);
+    EXPECT_EQ(file.GetNameUnicode(&unicode), 0);
     EXPECT_EQ(unicode.length, 8);
     EXPECT_EQ(unicode.unicode[0], 'n');
 }
