@@ -393,7 +393,7 @@ def main():
         "claim-fork-4gb": u32(0x00051600) + u32(0x00020000) + b"\0" * 16 + u16(1) + u32(2) + u32(38) + u32(0xFFFFFFF0) + b"\0" * 62,
     }
     # The first byte picks the name the file is identified under (see
-    # create_specifier.cpp): .ttf, .otf, .ttc, .dfont, .ps, none, "._" sidecar.
+    # whole_file.cpp): .ttf, .otf, .ttc, .dfont, .ps, none, "._" sidecar.
     def selector(file_name):
         for number, ending in enumerate((".ttf", ".otf", ".ttc", ".dfont", ".ps")):
             if file_name.endswith(ending):
@@ -402,7 +402,7 @@ def main():
     for file_name, data in create.items():
         if isinstance(data, str):
             data = data.encode("latin-1")
-        write("create_specifier", file_name, bytes([selector(file_name)]) + data)
+        write("whole_file", file_name, bytes([selector(file_name)]) + data)
 
     # ---- property lists
     faces = [{"FontKind": "OpenType - PS", "PostScriptName": "Fuzz-Bold", "Foundry": "Adobe",

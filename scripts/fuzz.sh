@@ -38,7 +38,7 @@ cmake --build "$build" -j "$parallel" --target fuzzers
 declare -A dictionary=(
   [sfnt_names]=sfnt [sfnt_platform]=sfnt [collection]=sfnt [type1]=type1
   [resource_map]=resource [fond]=fond [apple_double]=containers [macbinary]=containers
-  [create_specifier]=font [property_list]=plist [xml]=xml
+  [whole_file]=font [property_list]=plist [xml]=xml
 )
 targets=("$@")
 if ((${#targets[@]} == 0)); then
