@@ -6,7 +6,7 @@ set -euo pipefail
 packages=(
   build-essential cmake ninja-build pkg-config git clang
   libgtest-dev libgmock-dev libbenchmark-dev
-  libplist-dev libplist++-dev libicu-dev zlib1g-dev libisal-dev libdeflate-dev
+  libplist-dev libplist++-dev libplist-utils libicu-dev zlib1g-dev libisal-dev libdeflate-dev
   libcli11-dev nlohmann-json3-dev
   python3 python3-fonttools fontconfig
   fonts-dejavu-core fonts-liberation2 fonts-urw-base35 fonts-texgyre fonts-noto-cjk gsfonts

@@ -10,7 +10,7 @@
 
 #include "checksum/CChecksum.h"
 #include "fontfiles/SfntDirectory.h"
-#include "resourcefork/FileBytes.h"
+#include "support/MacForks.h"
 #include "support/ByteWriter.h"
 
 namespace {
@@ -60,7 +60,8 @@ int TrueTypeCollectionFont::ReadIntoMemory()
 {
     data = SharedBytes();
     tableSums.clear();
-    std::optional<SharedBytes> file = FileBytes::Map(path);
+    // The collection's own data fork, wherever its container keeps it.
+    std::optional<SharedBytes> file = MacForks::DataForkBytes(path);
     if (!file) return 4;
     if (file->empty()) return 3;
     if (file->size() > UINT32_MAX) return 4;

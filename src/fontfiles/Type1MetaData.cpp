@@ -2,12 +2,11 @@
 
 #include <algorithm>
 #include <cctype>
-#include <cstdio>
 #include <cstring>
-#include <memory>
 #include <string>
 
 #include "resourcefork/PostScriptResources.h"
+#include "support/MacForks.h"
 
 namespace {
 
@@ -165,14 +164,15 @@ int CollectPSMetaDataFromFile(const LxString& path, LxString* printerFontName, L
         (printerFontName && !printerFontName->empty()) ? *printerFontName : path;
     if (printerFontName) *printerFontName = file;
     if (file.empty()) return -1;
-    std::unique_ptr<FILE, int (*)(FILE*)> stream(std::fopen(file.c_str(), "rb"), &std::fclose);
-    if (!stream) return 6;
-    std::string bytes(kType1ReadLimit, '\0');
-    bytes.resize(std::fread(bytes.data(), 1, bytes.size(), stream.get()));
-    if (!bytes.empty()) {
+    // The font's own data fork, not the container it may travel in.
+    const std::optional<SharedBytes> fork = MacForks::DataForkBytes(file.str());
+    if (!fork) return 6;
+    const ByteView head = fork->view().sub(0, std::min(fork->size(), kType1ReadLimit)).value_or(ByteView());
+    if (!head.empty()) {
         std::string storage;
-        GatherPostScriptMetaDataFromData(MakeType1Text(bytes, storage), kind, foundry, family,
-                                         version, postScriptName, displayName, fullName);
+        GatherPostScriptMetaDataFromData(MakeType1Text(head.chars(), storage), kind,
+                                         foundry, family, version, postScriptName, displayName,
+                                         fullName);
     }
     return 0;
 }

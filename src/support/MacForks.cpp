@@ -369,6 +369,14 @@ std::optional<SharedBytes> ForkBytes(const ForkLocation& fork)
     return std::nullopt;
 }
 
+std::optional<SharedBytes> DataForkBytes(const std::string& path)
+{
+    const MacFile file = Resolve(path);
+    if (!file.exists) return std::nullopt;
+    if (file.dataFork.kind == ForkLocation::Kind::Missing) return SharedBytes();
+    return ForkBytes(file.dataFork);
+}
+
 bool ReadFork(const ForkLocation& fork, std::vector<uint8_t>& out)
 {
     auto bytes = ForkBytes(fork);

@@ -93,6 +93,12 @@ MacFile Resolve(const std::string& path);
 // (a fork that changed length since Resolve is unreadable). Inside a
 // ReadScope each fork is read once.
 std::optional<SharedBytes> ForkBytes(const ForkLocation& fork);
+// The data fork of the logical file at `path`, wherever its container keeps
+// it: no bytes when the file has no data fork, nothing when the file is
+// missing or its data fork cannot be read. Readers of a font's own bytes use
+// this, never the file on disk, which may be a container.
+std::optional<SharedBytes> DataForkBytes(const std::string& path);
+
 // A copy of a whole fork; false as above.
 bool ReadFork(const ForkLocation& fork, std::vector<uint8_t>& out);
 // At most `length` bytes from the start of a fork.

@@ -1,10 +1,16 @@
 // A classic Mac font must identify the same in every container it can reach
-// a Linux disk in: the same faces, names, resource numbers and checksums.
+// a Linux disk in: every field of every face. Fonts: a PostScript family with
+// its printer fonts, a TrueType suitcase, a bitmap-only suitcase (whose
+// display name comes from its family resource) and a Type 1 font in a data
+// fork; the last two reach the reader of the font's own data fork.
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <map>
 #include <memory>
 
 #include "api/FontArray.h"
+#include "common/FondBuilder.h"
 #include "common/MacFixtures.h"
 #include "typeprobe/typeprobe.h"
 
@@ -16,12 +22,15 @@ struct ArrayDeleter {
     void operator()(TP_FontArray* array) const { TP_SpecifierFree(array); }
 };
 
-std::string baseName(const std::string& path)
+// The printer font by its file name alone: its folder differs from place to
+// place, and a font read from its own data fork names the path given.
+std::string printerName(const std::string& path)
 {
-    return path.substr(path.find_last_of('/') + 1);
+    std::string name = path.substr(path.find_last_of('/') + 1);
+    if (name.size() > 4 && name.ends_with(".bin")) name.resize(name.size() - 4);
+    return name;
 }
 
-// Every field, the printer font by its file name only (folders differ).
 std::string describe(const std::string& path)
 {
     TP_FontArray* raw = nullptr;
@@ -32,7 +41,7 @@ std::string describe(const std::string& path)
         out << f.kindName.str() << "|" << f.familyName.str() << "|" << f.postScriptName.str()
             << "|" << f.fullName.str() << "|" << f.displayName.str() << "|"
             << f.foundryName.str() << "|" << f.version.str() << "|"
-            << baseName(f.printerFontName.str()) << "|" << f.platform.str() << "|" << std::hex
+            << printerName(f.printerFontName.str()) << "|" << f.platform.str() << "|" << std::hex
             << f.kerningChecksum << "|" << f.typeprobeChecksum << "|"
             << f.legacyTypeprobeChecksum << "|" << std::dec << f.outlineFileSize << "|"
             << f.fondStyle << "|" << f.firstResourceID << "|" << f.fondResourceID << "|"
@@ -42,88 +51,152 @@ std::string describe(const std::string& path)
     return out.str();
 }
 
-// Places the files (MacBinary, as FontForge wrote them) in the layout and
-// describes the first.
-std::string describeIn(Layout layout, const std::vector<std::string>& corpusFiles)
+std::vector<MacParts> corpusFiles(std::initializer_list<const char*> names)
 {
+    std::vector<MacParts> files;
+    for (const char* name : names) files.push_back(PartsOfMacBinary(ReadFile(CorpusPath(name))));
+    return files;
+}
+
+// One FOND named "Fixed" with a 12-point strike and the strike: no outline,
+// no printer font.
+std::vector<MacParts> bitmapSuitcase()
+{
+    fondbuilder::FondRecipe recipe;
+    recipe.entries = {{12, 0, 128}};
+    MacParts parts{"Fixed", fourCC("FFIL"), fourCC("DMOV"), {}, {}};
+    parts.resource = ResourceFile({{"FOND", 128, "Fixed", fondbuilder::BuildFond(recipe)},
+                                   {"NFNT", 128, std::nullopt, Text("a 12-point strike")}});
+    return {parts};
+}
+
+// A Type 1 font as the file-kind test knows it in a data fork: a segment
+// header whose length is the whole file's, and a copyright line at the top;
+// no Finder type, as for a font copied from a PC.
+std::vector<MacParts> type1Text()
+{
+    const std::string text =
+        "%!PS-AdobeFont-1.0: Sample-Regular 001.002\n%Copyright: none\n"
+        "/FontName /Sample-Regular def\n/FamilyName (Sample) readonly def\n"
+        "/version (001.002) readonly def\ncurrentfile eexec\n";
+    ByteWriter font;
+    font.u8(0x80).u8(1).u32(uint32_t(6 + text.size())).bytes(text);
+    return {MacParts{"Sample", 0, 0, font.take(), {}}};
+}
+
+struct Sample {
+    const char* name;
+    std::function<std::vector<MacParts>()> files;
+    const char* expected;  // a line every container must give
+    bool dataForkOnly = false;
+    bool fitsAttributes = true;  // Linux keeps at most 64 KiB in one attribute
+};
+
+const Sample kSamples[] = {
+    {"PostScriptFamily",
+     [] {
+         return corpusFiles({"ps-family/DejaVuSerif.bin", "ps-family/DejaVuSer.bin",
+                             "ps-family/DejaVuSerBol.bin", "ps-family/DejaVuSerIta.bin",
+                             "ps-family/DejaVuSerBolIta.bin"});
+     },
+     "PostScript|DejaVu Serif|DejaVuSerif-BoldItalic|"},
+    {"TrueTypeSuitcase", [] { return corpusFiles({"tt-family/DejaVuSans.suit"}); },
+     "TrueType|DejaVu Sans|DejaVuSans-BoldOblique|", false, false},
+    {"BitmapSuitcase", bitmapSuitcase, "||||Fixed|"},
+    {"Type1DataFork", type1Text, "PostScript|Sample|Sample-Regular|Sample-Regular|Sample-Regular|",
+     true},
+};
+
+// Every layout, plus the data fork alone for a font that has no resource
+// fork, and a MacBinary file asked for by its own ".bin" name.
+enum class Extra { None, Plain, BinAsked };
+struct Container {
+    Layout layout;
+    Extra extra = Extra::None;
+};
+
+using Case = std::tuple<Sample, Container>;
+
+std::vector<Case> cases()
+{
+    std::vector<Case> all;
+    for (const Sample& sample : kSamples) {
+        if (sample.dataForkOnly) all.push_back({sample, {Layout::DotUnderscore, Extra::Plain}});
+        all.push_back({sample, {Layout::BinSibling, Extra::BinAsked}});
+        for (Layout layout : kLayouts)
+            if (sample.fitsAttributes || !UsesAttributes(layout)) all.push_back({sample, {layout}});
+    }
+    return all;
+}
+
+std::string containerName(const Container& c)
+{
+    if (c.extra == Extra::Plain) return "plain";
+    if (c.extra == Extra::BinAsked) return "bin asked by name";
+    return LayoutName(c.layout);
+}
+
+// Places every file of the sample and describes the first; empty when no
+// file system here keeps attributes of that size.
+std::string describeIn(const Sample& sample, const Container& container)
+{
+    const std::vector<MacParts> files = sample.files();
     size_t largest = 0;
-    for (const auto& file : corpusFiles) largest = std::max(largest, ReadFile(CorpusPath(file)).size());
-    const std::string base = UsesAttributes(layout) ? AttributeFolder(largest) : std::string();
-    if (UsesAttributes(layout) && base.empty()) return "skipped";
+    for (const MacParts& f : files) largest = std::max(largest, f.resource.size());
+    std::string base;
+    if (UsesAttributes(container.layout)) {
+        base = AttributeFolder(std::max<size_t>(largest, 1));
+        if (base.empty()) return {};
+    }
     TempDir dir(base);
-    std::filesystem::create_directories(dir / "fonts");
     std::string first;
-    for (const auto& file : corpusFiles) {
-        const Bytes original = ReadFile(CorpusPath(file));
-        const std::string path = Place(layout, PartsOfMacBinary(original), original, dir);
+    for (const MacParts& parts : files) {
+        std::string path;
+        if (container.extra == Extra::Plain) {
+            path = dir / ("fonts/" + parts.name);
+            WriteFile(path, parts.data);
+        } else {
+            path = Place(container.layout, parts, MacBinaryFile(parts, 3), dir);
+            if (container.extra == Extra::BinAsked) path += ".bin";
+        }
         if (first.empty()) first = path;
     }
     return describe(first);
 }
 
-TEST(MacContainers, APostScriptFamilyIdentifiesTheSameEverywhere)
+void PrintTo(const Sample& sample, std::ostream* out)
 {
-    const std::vector<std::string> family = {"ps-family/DejaVuSerif.bin", "ps-family/DejaVuSer.bin",
-                                             "ps-family/DejaVuSerBol.bin", "ps-family/DejaVuSerIta.bin",
-                                             "ps-family/DejaVuSerBolIta.bin"};
-    const std::string reference = describeIn(Layout::MacBinaryIII, family);
-    ASSERT_NE(reference, "no faces");
-    EXPECT_NE(reference.find("PostScript|DejaVu Serif|DejaVuSerif-BoldItalic|"), std::string::npos)
-        << reference;
-    EXPECT_NE(reference.find("|DejaVuSerBolIta|mac|"), std::string::npos) << reference;
-    size_t compared = 0;
-    for (Layout layout : kLayouts) {
-        const std::string other = describeIn(layout, family);
-        if (other == "skipped") continue;
-        EXPECT_EQ(other, reference) << LayoutName(layout);
-        ++compared;
-    }
-    EXPECT_GE(compared, std::size(kLayouts) - 2);
+    *out << sample.name;
 }
 
-TEST(MacContainers, ATrueTypeSuitcaseIdentifiesTheSameEverywhere)
+void PrintTo(const Container& container, std::ostream* out)
 {
-    const std::vector<std::string> suitcase = {"tt-family/DejaVuSans.suit"};
-    const std::string reference = describeIn(Layout::MacBinaryIII, suitcase);
-    ASSERT_NE(reference, "no faces");
-    EXPECT_NE(reference.find("TrueType|DejaVu Sans|DejaVuSans-BoldOblique|"), std::string::npos)
-        << reference;
-    size_t compared = 0;
-    for (Layout layout : kLayouts) {
-        const std::string other = describeIn(layout, suitcase);
-        if (other == "skipped") continue;
-        EXPECT_EQ(other, reference) << LayoutName(layout);
-        ++compared;
-    }
-    // Attributes cannot hold the 187 KB suitcase on Linux file systems.
-    EXPECT_GE(compared, std::size(kLayouts) - 2);
+    *out << containerName(container);
 }
 
-TEST(MacContainers, SuitcaseFacesReportTheirStylesAndResources)
+class EveryContainer : public testing::TestWithParam<Case> {};
+
+TEST_P(EveryContainer, IdentifiesEveryFieldAlike)
 {
-    TP_FontArray* raw = nullptr;
-    ASSERT_EQ(TP_CreateSpecifier(CorpusPath("ps-family/DejaVuSerif.bin").c_str(), 0,
-                                 kTP_AllAttributes, &raw),
-              0u);
-    std::unique_ptr<TP_FontArray, ArrayDeleter> fonts(raw);
-    ASSERT_EQ(fonts->size(), 4u);
-    const char* printers[] = {"DejaVuSer", "DejaVuSerBol", "DejaVuSerIta", "DejaVuSerBolIta"};
-    const int16_t firstIDs[] = {1096, 1098, 1100, 1102};
-    for (unsigned long i = 0; i < 4; ++i) {
-        const TP_FontSpecifier f = fonts->at(i);
-        EXPECT_EQ(f.fondStyle, int32_t(i));
-        EXPECT_EQ(f.firstResourceID, firstIDs[i]);
-        EXPECT_EQ(f.fondResourceID, 1096);
-        EXPECT_EQ(baseName(f.printerFontName.str()), printers[i]);
-        EXPECT_EQ(fourCCString(f.fileType), "FFIL");
-        EXPECT_EQ(fourCCString(f.fileCreator), "DMOV");
-        EXPECT_EQ(fourCCString(f.outlineFileType), "LWFN");
-        EXPECT_EQ(fourCCString(f.outlineFileCreator), "GWp1");
-        EXPECT_NE(f.kerningChecksum, 0u);
-    }
-    unsigned long index = 99;
-    EXPECT_EQ(TP_GetFontIndexForFONDResourceID(fonts.get(), 1096, 3, &index), 0u);
-    EXPECT_EQ(index, 3u);
+    const auto& [sample, container] = GetParam();
+    static std::map<std::string, std::string> references;
+    std::string& reference = references[sample.name];
+    if (reference.empty()) reference = describeIn(sample, {Layout::MacBinaryIII});
+    ASSERT_NE(reference.find(sample.expected), std::string::npos) << reference;
+
+    const std::string found = describeIn(sample, container);
+    if (found.empty()) GTEST_SKIP() << "no file system here keeps extended attributes";
+    EXPECT_EQ(found, reference);
 }
+
+INSTANTIATE_TEST_SUITE_P(
+    MacFonts, EveryContainer, testing::ValuesIn(cases()),
+    [](const testing::TestParamInfo<EveryContainer::ParamType>& info) {
+        std::string name = std::string(std::get<0>(info.param).name) + "_" +
+                           containerName(std::get<1>(info.param));
+        for (char& c : name)
+            if (!std::isalnum(static_cast<unsigned char>(c))) c = '_';
+        return name;
+    });
 
 }  // namespace
