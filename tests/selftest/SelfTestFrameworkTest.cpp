@@ -3,7 +3,6 @@
 #include <map>
 #include <sstream>
 #include <string>
-#include <type_traits>
 #include <vector>
 
 #include "selftest/GAutoTest.h"
@@ -12,10 +11,6 @@
 #include "typeprobe/typeprobe.h"
 
 namespace {
-
-// Both frameworks in one program: ours is ::GTest, GoogleTest's lives in
-// namespace testing.
-static_assert(!std::is_same_v<::GTest, ::testing::Test>);
 
 // Sends the report into a string for the length of one test.
 class ReportCapture : public ::testing::Test {
@@ -107,30 +102,20 @@ TEST_F(ReportCapture, UnknownCaseOfAnAutoTestFails)
 TEST_F(ReportCapture, RefusedPreparationFailsAndStillCleansUp)
 {
     ScriptedTest test("T", {"refused", "ok"});
-    GTest::GBatchedResults results = test.RunEachTest();
-    EXPECT_EQ(results.Count(GTest::kFailure), 1u);
-    EXPECT_EQ(results.Count(GTest::kSuccess), 1u);
+    EXPECT_EQ(test.RunEachTest().Count(GTest::kFailure), 1u);
     EXPECT_EQ(test.ran, std::vector<std::string>{"ok"});
     EXPECT_EQ(test.cleaned, (std::vector<std::string>{"refused", "ok"}));
 }
 
-TEST(GTestSuite, RegistrationWithoutSuiteNameUsesTheDefaultSuite)
-{
-    ScriptedTest test("case");
-    GTestSuite::RegisterTest(&test, "Default registration", "");
-    auto& suites = GTestSuite::GetAutoregisteredSuiteMap();
-    ASSERT_EQ(suites.count("Automatically registered tests"), 1u);
-    GTest* group = suites["Automatically registered tests"]->FindTest("Default registration");
-    ASSERT_NE(dynamic_cast<GAutoTest*>(group), nullptr);
-    EXPECT_EQ(group->GetAllTestIdentifiers(), std::vector<std::string>{"case"});
-}
-
-TEST(GTestSuite, SameIdentifierMakesOneAutoTestWithTwoSubTests)
+// An empty suite name files under the default suite; a second registration
+// under one identifier joins the same auto test.
+TEST(GTestSuite, RegistrationGroupsByIdentifier)
 {
     ScriptedTest one("one"), two("two");
-    GTestSuite::RegisterTest(&two, "Shared", "Registration suite");
-    GTestSuite::RegisterTest(&one, "Shared", "Registration suite");
-    GTestSuite* suite = GTestSuite::GetAutoregisteredSuiteByName("Registration suite");
+    GTestSuite::RegisterTest(&two, "Shared", "");
+    GTestSuite::RegisterTest(&one, "Shared", "");
+    GTestSuite* suite = GTestSuite::GetAutoregisteredSuiteByName("Automatically registered tests");
+    ASSERT_EQ(GTestSuite::GetAutoregisteredSuiteMap().count("Automatically registered tests"), 1u);
     EXPECT_EQ(suite->GetTotalNumTestCases(), 2u);
     GTest* group = suite->FindTest("Shared");
     ASSERT_NE(dynamic_cast<GAutoTest*>(group), nullptr);

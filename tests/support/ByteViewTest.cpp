@@ -8,6 +8,8 @@
 
 namespace {
 
+constexpr size_t kHuge = std::numeric_limits<size_t>::max();
+
 TEST(ByteView, ReadsBigEndianValues)
 {
     ByteWriter w;
@@ -28,40 +30,34 @@ TEST(ByteView, ReadsBigEndianValues)
     EXPECT_EQ(t, 0x123456u);
     EXPECT_EQ(l, 0xDEADBEEFu);
     EXPECT_EQ(sl, int32_t(0xDEADBEEF));
-    EXPECT_EQ(code, fourCC("OTTO"));
     EXPECT_EQ(fourCCString(code), "OTTO");
 }
 
-TEST(ByteView, EveryReadPastTheEndFailsAndLeavesTheOutput)
+// Reads past the end fail and leave the output; range checks cannot overflow.
+TEST(ByteView, BoundsAreCheckedWithoutOverflow)
 {
-    const uint8_t bytes[3] = {1, 2, 3};
-    ByteView v(bytes, sizeof bytes);
+    const uint8_t bytes[8] = {1, 2, 3};
+    ByteView v(bytes, 3);
     uint32_t l = 77;
     uint16_t s = 77;
     uint8_t b = 77;
-    EXPECT_FALSE(v.u32(0, l));
-    EXPECT_FALSE(v.u16(2, s));
-    EXPECT_FALSE(v.u8(3, b));
-    EXPECT_FALSE(v.u8(std::numeric_limits<size_t>::max(), b));
-    EXPECT_EQ(l, 77u);
-    EXPECT_EQ(s, 77);
-    EXPECT_EQ(b, 77);
+    EXPECT_FALSE(v.u32(0, l) || v.u16(2, s) || v.u8(3, b) || v.u8(kHuge, b));
+    EXPECT_EQ(l + s + b, 3 * 77u);
     EXPECT_TRUE(v.u16(1, s));
-}
 
-TEST(ByteView, RangeChecksCannotOverflow)
-{
-    const uint8_t bytes[8] = {};
-    ByteView v(bytes, sizeof bytes);
-    const size_t huge = std::numeric_limits<size_t>::max();
-    EXPECT_FALSE(v.contains(4, huge));
-    EXPECT_FALSE(v.contains(huge, 4));
-    EXPECT_TRUE(v.contains(8, 0));
-    EXPECT_FALSE(v.contains(9, 0));
-    EXPECT_FALSE(v.sub(2, huge - 1).has_value());
+    ByteView eight(bytes, 8);
+    EXPECT_FALSE(eight.contains(4, kHuge));
+    EXPECT_FALSE(eight.contains(kHuge, 4));
+    EXPECT_TRUE(eight.contains(8, 0));
+    EXPECT_FALSE(eight.contains(9, 0));
+    EXPECT_FALSE(eight.sub(2, kHuge - 1).has_value());
     char out[8];
-    EXPECT_FALSE(v.copy(1, 8, out));
-    EXPECT_TRUE(v.chars(4, huge).empty());
+    EXPECT_FALSE(eight.copy(1, 8, out));
+    EXPECT_TRUE(eight.chars(4, kHuge).empty());
+    EXPECT_TRUE(eight.tail(100).empty());
+    ByteView null(static_cast<const uint8_t*>(nullptr), 100);
+    EXPECT_EQ(null.size(), 0u);
+    EXPECT_FALSE(null.u8(0, b));
 }
 
 TEST(ByteView, SubViewsAreBoundedByTheirOwnLength)
@@ -73,19 +69,9 @@ TEST(ByteView, SubViewsAreBoundedByTheirOwnLength)
     EXPECT_EQ(inner->chars(), "cde");
     uint8_t b;
     EXPECT_FALSE(inner->u8(3, b));  // 'f' lies outside the sub-view
+    EXPECT_FALSE(inner->startsWith("cdef"));
     EXPECT_EQ(w.view().tail(6).chars(), "gh");
     EXPECT_TRUE(w.view().tail(8).empty());
-    EXPECT_TRUE(w.view().tail(100).empty());
-    EXPECT_TRUE(w.view().startsWith("abc"));
-    EXPECT_FALSE(inner->startsWith("cdef"));
-}
-
-TEST(ByteView, NullDataIsAnEmptyView)
-{
-    ByteView v(static_cast<const uint8_t*>(nullptr), 100);
-    uint8_t b;
-    EXPECT_EQ(v.size(), 0u);
-    EXPECT_FALSE(v.u8(0, b));
 }
 
 TEST(ByteReader, AdvancesOnlyOnSuccess)
@@ -96,7 +82,6 @@ TEST(ByteReader, AdvancesOnlyOnSuccess)
     uint16_t s;
     uint32_t l;
     ASSERT_TRUE(r.u16(s) && r.u32(l));
-    EXPECT_EQ(r.offset(), 6u);
     EXPECT_FALSE(r.u16(s));
     EXPECT_EQ(r.offset(), 6u);
     EXPECT_EQ(r.remaining(), 1u);
@@ -109,7 +94,7 @@ TEST(ByteReader, AdvancesOnlyOnSuccess)
     EXPECT_EQ(rest.size(), 4u);
 }
 
-TEST(ByteWriter, PatchesOnlyWrittenBytesAndPads)
+TEST(ByteWriter, PatchesOnlyWrittenBytesAndCutsPascalStrings)
 {
     ByteWriter w;
     w.u32(0).pascal(std::string(300, 'x')).pad(4);
@@ -117,10 +102,9 @@ TEST(ByteWriter, PatchesOnlyWrittenBytesAndPads)
     EXPECT_TRUE(w.putU32(0, 0xAABBCCDD));
     EXPECT_FALSE(w.putU32(w.size() - 3, 1));
     uint32_t l;
-    ASSERT_TRUE(w.view().u32(0, l));
-    EXPECT_EQ(l, 0xAABBCCDDu);
     uint8_t length;
-    ASSERT_TRUE(w.view().u8(4, length));
+    ASSERT_TRUE(w.view().u32(0, l) && w.view().u8(4, length));
+    EXPECT_EQ(l, 0xAABBCCDDu);
     EXPECT_EQ(length, 255);
 }
 

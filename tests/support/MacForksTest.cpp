@@ -18,6 +18,7 @@ enum class Source {
     NetatalkAttributes, // user.org.netatalk.ResourceFork + Metadata
     DotUnderscore,      // root/a/b/._Font
     DotUnderscoreInfo,  // root/a/b/._Font with Finder info only
+    DotUnderscoreType,  // root/a/b/._Font with an 8-byte Finder info: type and creator only
     NetatalkFolder,     // root/a/b/.AppleDouble/Font
     MacOSXFolder,       // root/__MACOSX/a/b/._Font
     SelfAppleSingle,    // the file is AppleSingle
@@ -56,40 +57,27 @@ public:
 
     void add(Source s)
     {
-        const MacParts parts = PartsFor(s);
+        const MacParts p = PartsFor(s);
+        const std::string sidecar = dir_ / "a/b/._Font";
         switch (s) {
-        case Source::AppleAttributes:
-            SetAttribute(font_, "user.com.apple.ResourceFork", parts.resource);
-            SetAttribute(font_, "user.com.apple.FinderInfo", parts.finderInfo());
-            break;
-        case Source::AppleInfoOnly:
-            SetAttribute(font_, "user.com.apple.FinderInfo", parts.finderInfo());
-            break;
-        case Source::AppleZeroInfo:
-            SetAttribute(font_, "user.com.apple.FinderInfo", Bytes(32, 0));
-            break;
+        case Source::AppleAttributes: SetAttribute(font_, "user.com.apple.ResourceFork", p.resource); [[fallthrough]];
+        case Source::AppleInfoOnly: SetAttribute(font_, "user.com.apple.FinderInfo", p.finderInfo()); return;
+        case Source::AppleZeroInfo: SetAttribute(font_, "user.com.apple.FinderInfo", Bytes(32, 0)); return;
         case Source::NetatalkAttributes:
-            SetAttribute(font_, "user.org.netatalk.ResourceFork", parts.resource);
-            SetAttribute(font_, "user.org.netatalk.Metadata", NetatalkMetadata(parts));
-            break;
-        case Source::DotUnderscore:
-            WriteFile(dir_ / "a/b/._Font", MacOSXDotUnderscore(parts));
-            break;
+            SetAttribute(font_, "user.org.netatalk.ResourceFork", p.resource);
+            SetAttribute(font_, "user.org.netatalk.Metadata", NetatalkMetadata(p));
+            return;
+        case Source::DotUnderscore: WriteFile(sidecar, MacOSXDotUnderscore(p)); return;
         case Source::DotUnderscoreInfo:
-            WriteFile(dir_ / "a/b/._Font", AppleContainer(0x00051607, "Mac OS X", {{9, parts.finderInfo()}}));
-            break;
-        case Source::NetatalkFolder:
-            WriteFile(dir_ / "a/b/.AppleDouble/Font", PlainAppleDouble(parts));
-            break;
-        case Source::MacOSXFolder:
-            WriteFile(dir_ / "__MACOSX/a/b/._Font", MacOSXDotUnderscore(parts));
-            break;
-        case Source::SelfAppleSingle:
-            WriteFile(font_, AppleSingleFile(parts));
-            break;
-        case Source::SelfMacBinary:
-            WriteFile(font_, MacBinaryFile(parts, 3));
-            break;
+            WriteFile(sidecar, AppleContainer(0x00051607, "Mac OS X", {{9, p.finderInfo()}}));
+            return;
+        case Source::DotUnderscoreType:
+            WriteFile(sidecar, AppleContainer(0x00051607, "", {{9, Slice(p.finderInfo(), 0, 8)}}));
+            return;
+        case Source::NetatalkFolder: WriteFile(dir_ / "a/b/.AppleDouble/Font", PlainAppleDouble(p)); return;
+        case Source::MacOSXFolder: WriteFile(dir_ / "__MACOSX/a/b/._Font", MacOSXDotUnderscore(p)); return;
+        case Source::SelfAppleSingle: WriteFile(font_, AppleSingleFile(p)); return;
+        case Source::SelfMacBinary: WriteFile(font_, MacBinaryFile(p, 3)); return;
         }
     }
 
@@ -123,7 +111,6 @@ TEST(MacForks, ResolutionFollowsTheDocumentedOrder)
         int finderFrom;
         const char* dataFork;
     };
-    const std::string plain = "plain data fork", inner = "inner data fork";
     const Case cases[] = {
         {{}, -1, -1, "plain data fork"},
         {{S::AppleAttributes, S::NetatalkAttributes, S::DotUnderscore, S::NetatalkFolder, S::MacOSXFolder},
@@ -142,6 +129,7 @@ TEST(MacForks, ResolutionFollowsTheDocumentedOrder)
         {{S::DotUnderscoreInfo, S::SelfMacBinary}, int(S::SelfMacBinary), int(S::SelfMacBinary),
          "inner data fork"},
         {{S::DotUnderscoreInfo}, -1, int(S::DotUnderscoreInfo), "plain data fork"},
+        {{S::DotUnderscoreType}, -1, int(S::DotUnderscoreType), "plain data fork"},
         // Each piece is looked up on its own; zero Finder info counts as none.
         {{S::AppleInfoOnly, S::MacOSXFolder}, int(S::MacOSXFolder), int(S::AppleInfoOnly), "plain data fork"},
         {{S::AppleZeroInfo, S::NetatalkFolder}, int(S::NetatalkFolder), int(S::NetatalkFolder),
@@ -198,15 +186,10 @@ TEST(MacForks, PlainFilesFoldersAndMissingPaths)
     Bytes fork = {1, 2, 3};
     EXPECT_FALSE(MacForks::ReadResourceFork(dir / "plain.otf", fork));
     EXPECT_TRUE(fork.empty());
-
-    const MacForkInfo folder = MacForks::Describe(dir.path());
-    EXPECT_TRUE(folder.exists);
-    EXPECT_EQ(folder.dataForkLength, 0u);
-    Bytes data;
-    EXPECT_FALSE(MacForks::ReadDataFork(dir.path(), data));
-
+    EXPECT_TRUE(MacForks::Describe(dir.path()).exists);  // a folder exists, without forks
+    EXPECT_FALSE(MacForks::ReadDataFork(dir.path(), fork));
     EXPECT_FALSE(MacForks::Describe(dir / "missing").exists);
-    EXPECT_FALSE(MacForks::ReadDataFork(dir / "missing", data));
+    EXPECT_FALSE(MacForks::ReadDataFork(dir / "missing", fork));
 }
 
 TEST(MacForks, MissingPathFallsBackToItsMacBinarySibling)
@@ -215,10 +198,7 @@ TEST(MacForks, MissingPathFallsBackToItsMacBinarySibling)
     MacParts parts = PartsFor(Source::SelfMacBinary);
     parts.name = "NimbuSanReg";
     WriteFile(dir / "NimbuSanReg.bin", MacBinaryFile(parts, 2));
-    const MacForkInfo info = MacForks::Describe(dir / "NimbuSanReg");
-    EXPECT_TRUE(info.exists);
-    EXPECT_EQ(info.fileType, parts.type);
-    EXPECT_EQ(info.resourceForkLength, parts.resource.size());
+    EXPECT_EQ(MacForks::Describe(dir / "NimbuSanReg").fileType, parts.type);
     EXPECT_EQ(ResourceSource(dir / "NimbuSanReg"), int(Source::SelfMacBinary));
     const MacFile file = MacForks::Resolve(dir / "NimbuSanReg");
     EXPECT_EQ(file.path, dir / "NimbuSanReg");
@@ -229,24 +209,19 @@ TEST(MacForks, MissingPathFallsBackToItsMacBinarySibling)
     EXPECT_FALSE(MacForks::Describe(dir / "Other").exists);
 }
 
-TEST(MacForks, TruncatedSidecarsGiveNoFork)
+// Cut short, a sidecar gives nothing and a container is read as a plain file.
+TEST(MacForks, TruncatedSidecarsAndContainers)
 {
     TempDir dir;
     WriteFile(dir / "Font", Text("data"));
-    const Bytes full = PlainAppleDouble(PartsFor(Source::DotUnderscore));
-    for (size_t length = 0; length < full.size(); ++length) {
-        WriteFile(dir / "._Font", Slice(full, 0, length));
+    const Bytes sidecar = PlainAppleDouble(PartsFor(Source::DotUnderscore));
+    for (size_t length = 0; length < sidecar.size(); ++length) {
+        WriteFile(dir / "._Font", Slice(sidecar, 0, length));
         const MacForkInfo info = MacForks::Describe(dir / "Font");
         EXPECT_EQ(info.resourceForkLength, 0u) << "length " << length;
         EXPECT_FALSE(info.hasFinderInfo) << "length " << length;
     }
-    WriteFile(dir / "._Font", full);
-    EXPECT_EQ(MacForks::Describe(dir / "Font").resourceForkLength, PartsFor(Source::DotUnderscore).resource.size());
-}
-
-TEST(MacForks, TruncatedContainersAreReadAsPlainFiles)
-{
-    TempDir dir;
+    fs::remove(dir / "._Font");
     const MacParts parts = PartsFor(Source::SelfAppleSingle);
     for (const Bytes& full : {AppleSingleFile(parts), MacBinaryFile(parts, 3)}) {
         for (size_t length = 0; length + 128 < full.size(); length += 7) {

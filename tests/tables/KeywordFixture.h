@@ -27,13 +27,18 @@ struct Style {
     bool weight;
 };
 
+inline plist_t number(int32_t value)
+{
+    return plist_new_uint(uint64_t(int64_t(value)));
+}
+
 inline plist_t componentNode(const Component& c)
 {
     plist_t node = plist_new_dict();
     plist_dict_set_item(node, "display", plist_new_string(c.display.c_str()));
     plist_dict_set_item(node, "is-modifier", plist_new_bool(c.modifier));
     plist_dict_set_item(node, "compounds", plist_new_bool(c.compounds));
-    plist_dict_set_item(node, "style-constant", plist_new_uint(uint64_t(int64_t(c.constant))));
+    plist_dict_set_item(node, "style-constant", number(c.constant));
     plist_t words = plist_new_array();
     for (const std::string& word : c.words) plist_array_append_item(words, plist_new_string(word.c_str()));
     plist_dict_set_item(node, "match-strings", words);
@@ -45,8 +50,7 @@ inline plist_t styleNode(const Style& s)
     plist_t node = plist_new_dict();
     plist_dict_set_item(node, "display", plist_new_string(s.display.c_str()));
     plist_t constants = plist_new_array();
-    for (int32_t constant : s.components)
-        plist_array_append_item(constants, plist_new_uint(uint64_t(int64_t(constant))));
+    for (int32_t constant : s.components) plist_array_append_item(constants, number(constant));
     plist_dict_set_item(node, "components", constants);
     plist_dict_set_item(node, "isweight", plist_new_bool(s.weight));
     return node;
@@ -64,27 +68,20 @@ inline plist_t table(const std::vector<Component>& components, const std::vector
     return root;
 }
 
+// The constants the scanner's fixed rules name: 0 Italic, 1 Bold, 4 and 15
+// the semi forms, 5 Extra, 9 Light, 12 Roman, 13 Regular, 16 Demi, 35 Thin.
 inline const std::vector<Component>& fixtureComponents()
 {
     static const std::vector<Component> components = {
-        {0, "Italic", false, true, {"Italic", "It"}},
-        {1, "Bold", false, true, {"Bold", "Bd"}},
-        {2, "Oblique", false, true, {"Oblique"}},
-        {3, "Medium", false, true, {"Medium"}},
-        {4, "Semibold", false, true, {"Semibold", "Sb"}},
-        {5, "Extra", true, true, {"Extra"}},
-        {6, "Black", false, true, {"Black"}},
-        {9, "Light", false, true, {"Light", "Lt"}},
-        {10, "Condensed", false, false, {"Condensed", "Cond"}},
-        {12, "Roman", false, true, {"Roman"}},
-        {13, "Regular", false, true, {"Regular"}},
-        {15, "Semi", false, true, {"Semi"}},
-        {16, "Demi", false, true, {"Demi"}},
-        {21, "Small", true, false, {"Small"}},
-        {22, "Caps", false, false, {"Caps"}},
-        {23, "Old-Style Figures", false, false, {"OsF"}},
-        {35, "Thin", false, true, {"Thin"}},
-        {41, "Cyrillic", false, false, {"Cyrillic"}},
+        {0, "Italic", false, true, {"Italic", "It"}},  {1, "Bold", false, true, {"Bold", "Bd"}},
+        {2, "Oblique", false, true, {"Oblique"}},      {3, "Medium", false, true, {"Medium"}},
+        {4, "Semibold", false, true, {"Semibold", "Sb"}}, {5, "Extra", true, true, {"Extra"}},
+        {6, "Black", false, true, {"Black"}},          {9, "Light", false, true, {"Light", "Lt"}},
+        {10, "Condensed", false, false, {"Condensed", "Cond"}}, {12, "Roman", false, true, {"Roman"}},
+        {13, "Regular", false, true, {"Regular"}},     {15, "Semi", false, true, {"Semi"}},
+        {16, "Demi", false, true, {"Demi"}},           {21, "Small", true, false, {"Small"}},
+        {22, "Caps", false, false, {"Caps"}},          {23, "Old-Style Figures", false, false, {"OsF"}},
+        {35, "Thin", false, true, {"Thin"}},           {41, "Cyrillic", false, false, {"Cyrillic"}},
         {99, "Second Bold", false, false, {"Bold", "Heavy"}},
     };
     return components;
@@ -126,10 +123,14 @@ protected:
     }
     static void Load(const std::vector<Component>& components, const std::vector<Style>& styles)
     {
-        LxFontStyleScan::gStyleComponentMap.clear();
         plist_t root = table(components, styles);
-        LxFontStyleScan::LoadStyleResources(root);
+        LoadRoot(root);
         plist_free(root);
+    }
+    static void LoadRoot(plist_t root)
+    {
+        LxFontStyleScan::gStyleComponentMap.clear();
+        LxFontStyleScan::LoadStyleResources(root);
     }
 
 private:
@@ -142,13 +143,6 @@ inline std::vector<int32_t> constants(const std::vector<SStyleComponent>& compon
 {
     std::vector<int32_t> out;
     for (const SStyleComponent& c : components) out.push_back(c.styleConstant);
-    return out;
-}
-
-inline std::vector<std::string> displays(const std::vector<SBuiltinStyle>& styles)
-{
-    std::vector<std::string> out;
-    for (const SBuiltinStyle& s : styles) out.push_back(s.display);
     return out;
 }
 

@@ -4,9 +4,8 @@
 
 namespace {
 
-using keywords::Component;
 using keywords::KeywordTableTest;
-using keywords::Style;
+using Constants = std::vector<int32_t>;
 
 std::string messageOfLoading(plist_t root)
 {
@@ -35,13 +34,15 @@ TEST_F(KeywordTableTest, MissingArraysAreDataRetrieveErrors)
     plist_free(notADictionary);
 }
 
+// Each entry is skipped or kept on its own: a missing key, a text of 512
+// bytes (the reading buffer holds 511) or an entry that is no dictionary.
 TEST_F(KeywordTableTest, EntriesMissingAKeyOrTooLongAreSkipped)
 {
     plist_t root = keywords::table(
         {{1, "Bold", false, true, {"Bold", std::string(512, 'B'), std::string(511, 'b')}},
          {2, std::string(512, 'D'), false, true, {"Long"}},
          {3, std::string(511, 'd'), false, false, {"Fits"}}},
-        {{"Bold", {1}, true}, {std::string(512, 'S'), {1}, true}});
+        {{"Bold", {1}, true}, {std::string(512, 'S'), {1}, true}, {std::string(511, 's'), {1}, false}});
     plist_t components = plist_dict_get_item(root, "Components");
     plist_t withoutModifierFlag = keywords::componentNode({4, "Unflagged", false, true, {"Unflagged"}});
     plist_dict_remove_item(withoutModifierFlag, "is-modifier");
@@ -54,26 +55,39 @@ TEST_F(KeywordTableTest, EntriesMissingAKeyOrTooLongAreSkipped)
     plist_t withoutWeightFlag = keywords::styleNode({"Unweighted", {1}, false});
     plist_dict_remove_item(withoutWeightFlag, "isweight");
     plist_array_append_item(styles, withoutWeightFlag);
-    plist_t mixed = keywords::styleNode({"Mixed", {0}, false});
-    plist_array_append_item(plist_dict_get_item(mixed, "components"), plist_new_string("9"));
-    plist_array_append_item(plist_dict_get_item(mixed, "components"), plist_new_uint(9));
-    plist_array_append_item(styles, mixed);
-    LxFontStyleScan::gStyleComponentMap.clear();
-    LxFontStyleScan::LoadStyleResources(root);
+    LoadRoot(root);
     plist_free(root);
 
     const auto& loaded = LxFontStyleScan::gStyleComponents;
-    ASSERT_EQ(loaded.size(), 3u);
+    ASSERT_EQ(keywords::constants(loaded), (Constants{1, 3, 5}));
     EXPECT_EQ(loaded[0].matchStrings, (std::vector<std::string>{"Bold", std::string(511, 'b')}));
-    EXPECT_EQ(loaded[1].styleConstant, 3);
-    EXPECT_EQ(loaded[2].styleConstant, 5);
+    EXPECT_TRUE(loaded[0].compounds);
+    EXPECT_FALSE(loaded[0].isModifier);
     EXPECT_TRUE(loaded[2].isModifier);
     EXPECT_FALSE(loaded[2].compounds);
-    const auto& styles2 = LxFontStyleScan::gBuiltinStyles;
-    ASSERT_EQ(styles2.size(), 2u);
-    EXPECT_EQ(styles2[0].display, "Bold");
-    EXPECT_TRUE(styles2[0].isWeight);
-    EXPECT_EQ(styles2[1].components, (std::vector<int32_t>{0, 9}));
+    const auto& kept = LxFontStyleScan::gBuiltinStyles;
+    ASSERT_EQ(kept.size(), 2u);
+    EXPECT_EQ(kept[0].display, "Bold");
+    EXPECT_TRUE(kept[0].isWeight);
+    EXPECT_FALSE(kept[1].isWeight);
+}
+
+// Any number is a constant, read as signed 32-bit: negative ones, reals
+// (cut towards zero, the lossy conversion still counts) and not strings.
+TEST_F(KeywordTableTest, StyleConstantsAreAnyNumberReadAsSigned32Bit)
+{
+    plist_t root = keywords::table({{-3, "Minus", false, false, {"Minus"}}}, {{"Mixed", {-3}, false}});
+    plist_t list = plist_dict_get_item(plist_array_get_item(plist_dict_get_item(root, "Styles"), 0), "components");
+    plist_array_append_item(list, plist_new_string("9"));
+    plist_array_append_item(list, plist_new_real(9.0));
+    plist_array_append_item(list, plist_new_real(2.5));
+    plist_array_append_item(list, plist_new_uint(4294967296ull + 7));
+    plist_t component = plist_array_get_item(plist_dict_get_item(root, "Components"), 0);
+    plist_dict_set_item(component, "style-constant", plist_new_real(-3.0));
+    LoadRoot(root);
+    plist_free(root);
+    EXPECT_EQ(LxFontStyleScan::gStyleComponents.at(0).styleConstant, -3);
+    EXPECT_EQ(LxFontStyleScan::gBuiltinStyles.at(0).components, (Constants{-3, 9, 2, 7}));
 }
 
 TEST_F(KeywordTableTest, LaterComponentsWithTheSameConstantReplaceEarlierOnesInTheMap)
@@ -85,13 +99,6 @@ TEST_F(KeywordTableTest, LaterComponentsWithTheSameConstantReplaceEarlierOnesInT
     SStyleComponent found;
     ASSERT_TRUE(LxFontStyleScan::MatchStyleComponent("First", found));
     EXPECT_EQ(found.display, "First");
-}
-
-TEST_F(KeywordTableTest, NegativeConstantsAreRead)
-{
-    Load({{-3, "Minus", false, false, {"Minus"}}}, {{"Minus", {-3}, false}});
-    EXPECT_EQ(LxFontStyleScan::gStyleComponents.at(0).styleConstant, -3);
-    EXPECT_EQ(LxFontStyleScan::gBuiltinStyles.at(0).components, (std::vector<int32_t>{-3}));
 }
 
 }  // namespace

@@ -1,0 +1,225 @@
+// Paths, file objects, whole-file streams and folder walks.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "common/TempFolder.h"
+#include "support/LXFileSystemException.h"
+#include "support/LxFileFind.h"
+#include "support/LxFileHierarchyTraverser.h"
+#include "support/LxFileSpecification.h"
+#include "support/LxFileSystem.h"
+#include "support/LxFileSystemParser.h"
+#include "support/LxStreams.h"
+#include "support/PathUtilities.h"
+
+namespace {
+
+using P = LxFileSystemParser;
+using Names = std::vector<std::string>;
+
+// Extensions are looked for backwards from the end, never at byte 0; the
+// setter does not look at the last byte either, and throws for a one-byte
+// path. Both kept as they are.
+TEST(PathUtilities, Extensions)
+{
+    const std::pair<const char*, const char*> gets[] = {
+        {"a.TXT", "TXT"}, {"a.tar.gz", "gz"}, {"dir.old/file", ""}, {"dir.old\\file", ""},
+        {".profile", ""}, {"/x/.profile", "profile"}, {"name.", ""}, {"", ""}};
+    for (const auto& [path, ext] : gets) EXPECT_EQ(GetFileExtension(path).str(), ext) << path;
+    const char* sets[][3] = {{"font", "pfb", "font.pfb"}, {"font", ".pfb", "font.pfb"},
+                             {"font.ttf", "", "font"},    {"dir.old/file", "x", "dir.old/file.x"},
+                             {"", "pfb", ".pfb"},         {"name.", "x", "name..x"},
+                             {".a", "x", ".a.x"}};
+    for (const auto& c : sets) {
+        LxString path(c[0]);
+        SetFileExtension(&path, c[1]);
+        EXPECT_EQ(path.str(), c[2]) << c[0] << " + " << c[1];
+    }
+    LxString one("a");
+    EXPECT_THROW(SetFileExtension(&one, "x"), std::out_of_range);
+    unsigned long dot = 0;
+    EXPECT_TRUE(P::HasExtension("a/b.tar.gz", dot));  // the first dot of the last component
+    EXPECT_EQ(dot, 3u);
+    EXPECT_FALSE(P::HasExtension("x.y/b", dot));
+    EXPECT_EQ(dot, std::string::npos);
+}
+
+TEST(PathUtilities, NamesAndFolders)
+{
+    const std::pair<const char*, const char*> replaced[] = {
+        {"/a/b.ttf", "/a/new"}, {"/a/b/", "/a/new"}, {"/a", "/a"}, {"a", "a"}, {"/", "/"}};
+    for (const auto& [path, expected] : replaced) EXPECT_EQ(ReplaceLastPathComponent(path, "new").str(), expected);
+    LxString name("untouched");
+    EXPECT_FALSE(ExtractFileNamePart("/file", &name));  // a slash at byte 0 does not count
+    EXPECT_EQ(name.str(), "untouched");
+    EXPECT_EQ(GetFileNamePart("/Fonts/Arial.ttf").str(), "Arial.ttf");
+    EXPECT_TRUE(FileIsDescendantOfFolder("/Fonts/A/b.ttf", "/fonts/"));
+    EXPECT_FALSE(FileIsDescendantOfFolder("/Fonts/A/b.ttf", "/Fonts"));
+    EXPECT_FALSE(FileIsDescendantOfFolder("/Fonts/", "/Fonts/"));
+    LxString illegal(".a:b\"/\\[];=,\r\n\t()<>&|.c");
+    EXPECT_EQ(P::ReplaceIllegalFilenameChars(&illegal), 0);
+    EXPECT_EQ(illegal.str(), "_a_b" + std::string(17, '_') + ".c");
+    const std::pair<const char*, bool> boot[] = {
+        {"/Volumes/Data/x", false}, {"/Library/Fonts", true}, {"/Volumes/", true}, {"/volumes/Data", true}};
+    for (const auto& [path, expected] : boot) {
+        LxString text(path);
+        long error = 99;
+        EXPECT_EQ(P::IsPathOnBootVolume(text, error), expected) << path;
+        EXPECT_EQ(error, 0);
+    }
+}
+
+// The ending decides, case-sensitively, after the first dot of the name.
+TEST(PathUtilities, BundlesGoByTheirEnding)
+{
+    TempFolder temp;
+    const std::pair<std::string, bool> cases[] = {
+        {temp.folder("Foo.plugin"), true}, {temp.folder("Foo.PLUGIN"), false},
+        {temp.folder("Bar.app") + "/", true}, {temp.folder("My.Tool.app"), false},
+        {temp.file("Doc.pkg"), true},      {temp.folder("Plain"), false}};
+    for (const auto& [path, expected] : cases) {
+        LxString text(path);
+        long error = 99;
+        EXPECT_EQ(P::IsPathAMacBundle(text, error), expected) << path;
+        EXPECT_EQ(error, 0) << path;
+    }
+    LxString missing(temp / "Gone.app");
+    long error = 0;
+    EXPECT_FALSE(P::IsPathAMacBundle(missing, error));
+    EXPECT_EQ(error, -1);
+}
+
+template <typename Operation>
+std::string failureText(Operation operation)
+{
+    try {
+        operation();
+    } catch (const LXFileSystemException& error) {
+        return error.what();
+    }
+    return "<no exception>";
+}
+
+// File-system failures read "code:code"; the specification's messages name
+// GetName whatever raised them. Kept verbatim.
+TEST(LxFileSystem, FailuresCarryTheirMessages)
+{
+    TempFolder temp;
+    LxFileSpecification missing(LxString(temp / "missing.ttf"));
+    EXPECT_EQ(failureText([&] { LxFileSystem::GetFileSize(missing); }), "-43:-43");
+    EXPECT_EQ(failureText([&] { LxFileSystem::DeleteFile(missing, false); }), "-43:-43");
+    EXPECT_EQ(failureText([&] { LxString out; LxFileSpecification().GetName(out); }),
+              "Bad filename in LxFileSpecification::GetName:-37");
+    EXPECT_NO_THROW(missing.FailOnError(-43));
+    EXPECT_EQ(failureText([&] { missing.FailOnError(-36); }), "Error in LxFileSpecification::GetName:-36");
+    LxFileSpecification relative(LxString("plain"));
+    EXPECT_EQ(failureText([&] { relative = LxString("x"); }), "Path not found in LxFileSpecification::GetName:-36");
+    EXPECT_EQ(LXFileSystemException("x", 70000L).GetErrorCode(), 4464);  // narrowed to 16 bits
+
+    LxFileSpecification file(LxString(temp.file("f.ttf", "12345")));
+    EXPECT_EQ(LxFileSystem::GetFileSize(file), 5u);
+    EXPECT_TRUE(LxFileSystem::IsValidFile(file));
+    EXPECT_FALSE(LxFileSystem::IsValidFile(LxFileSpecification(LxString(temp.path()))));
+    EXPECT_FALSE(LxFileSystem::IsValidFile(LxFileSpecification()));
+    EXPECT_TRUE(LxFileSpecification("/Fonts/A.ttf") == LxFileSpecification("/fonts/a.TTF"));
+    file = LxString("b.ttf");  // a relative name replaces the last component
+    EXPECT_EQ(LxString(file).str(), temp / "b.ttf");
+}
+
+TEST(LxStreams, WholeFiles)
+{
+    TempFolder temp;
+    void* buffer = nullptr;
+    unsigned long size = 99;
+    ASSERT_EQ(LxStreams::ReadWholeFile(LxString(temp.file("empty")), &buffer, &size), 0);
+    EXPECT_EQ(size, 0u);
+    ASSERT_NE(buffer, nullptr);
+    EXPECT_EQ(static_cast<unsigned char*>(buffer)[0], 0);  // one zeroed byte
+    std::free(buffer);
+    buffer = nullptr;
+    EXPECT_EQ(LxStreams::ReadWholeFile(LxString(temp.path()), &buffer, &size), -1);
+    EXPECT_EQ(buffer, nullptr);
+    LxString text("kept");
+    EXPECT_EQ(LxStreams::ReadWholeUTF8File(LxString(temp / "missing"), &text), -1);
+    EXPECT_EQ(text.str(), "kept");
+    // Up to the first zero byte, with no byte-order-mark handling.
+    ASSERT_EQ(LxStreams::ReadWholeUTF8File(LxString(temp.file("f", std::string("\xEF\xBB\xBF" "ab\0cd", 7))), &text), 0);
+    EXPECT_EQ(text.str(), "\xEF\xBB\xBF" "ab");
+    ASSERT_EQ(LxStreams::WriteWholeUTF8File(LxString(temp / "f"), "new"), 0);  // replaces the longer file
+    ASSERT_EQ(LxStreams::ReadWholeUTF8File(LxString(temp / "f"), &text), 0);
+    EXPECT_EQ(text.str(), "new");
+    EXPECT_EQ(LxStreams::WriteWholeUTF8File(LxString(temp / "no/such/file"), "x"), -1);
+}
+
+// root/a.txt, root/.dot, root/one/b.txt, root/one/two/c.txt
+class Tree : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        temp_.file("a.txt");
+        temp_.file(".dot");
+        temp_.folder("one");
+        temp_.file("one/b.txt");
+        temp_.folder("one/two");
+        temp_.file("one/two/c.txt");
+    }
+    template <typename Specs>
+    Names relative(const Specs& specs) const
+    {
+        Names out;
+        for (const auto& spec : specs) out.push_back(LxString(spec).str().substr(temp_.path().size() + 1));
+        return out;
+    }
+    LxDirectorySpecification root() const { return LxDirectorySpecification(temp_.path()); }
+    TempFolder temp_;
+};
+
+TEST_F(Tree, ScannerDepthLimits)
+{
+    LxDirectoryScanner flat(root(), 0);
+    EXPECT_EQ(relative(flat.GetFiles()), (Names{".dot", "a.txt"}));
+    EXPECT_EQ(relative(flat.GetFolders()), (Names{"one"}));
+    LxDirectoryScanner all(root(), -1);
+    EXPECT_EQ(relative(all.GetFiles()), (Names{".dot", "a.txt", "one/b.txt", "one/two/c.txt"}));
+}
+
+class StopAtThirdFile : public LxFileHierarchyTraverser {
+public:
+    std::vector<long> depths;
+
+protected:
+    bool FilterFile(const LxFileSpecification&, long depth) override
+    {
+        depths.push_back(depth);
+        return depths.size() < 3;
+    }
+};
+
+TEST_F(Tree, AHookThatSaysStopEndsTheWalk)
+{
+    StopAtThirdFile walker;
+    EXPECT_FALSE(walker.TraverseFileHierarchy(root(), 0));
+    EXPECT_EQ(walker.depths, (std::vector<long>{0, 0, 1}));
+}
+
+// The name part does not filter, and any dotted folder is "dots". Kept.
+TEST_F(Tree, FileFindListsEverything)
+{
+    temp_.folder(".hidden");
+    LxFileFind find;
+    ASSERT_TRUE(find.FindFile(LxString(temp_ / "*.nomatch")));
+    Names names, dots;
+    do {
+        names.push_back(find.GetFileName().str());
+        if (find.IsDots()) dots.push_back(find.GetFileName().str());
+    } while (find.FindNextFile());
+    EXPECT_EQ(names, (Names{".", "..", ".dot", ".hidden", "a.txt", "one"}));
+    EXPECT_EQ(dots, (Names{".", "..", ".hidden"}));
+    EXPECT_FALSE(find.FindFile(LxString(temp_ / "none/*")));
+}
+
+}  // namespace

@@ -1,0 +1,167 @@
+// The foundry and classification tables, on small tables in tests/data.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "support/ByteView.h"
+#include "tables/CClassificationMappings.h"
+#include "tables/CFoundryNameTable.h"
+#include "typeprobe/typeprobe.h"
+
+namespace {
+
+const std::string kData = TYPEPROBE_TEST_DATA_DIR "/tables/";
+
+class FoundryNameTableTest : public ::testing::Test {
+protected:
+    void SetUp() override
+    {
+        table_.LoadTableFromFiles(kData + "FoundryNameTable.plist", kData + "QuestionableCreatorCodes.plist");
+    }
+    CFoundryNameTable table_;
+};
+
+// Questionable codes compare all 32 bits; known codes ignore case: two codes
+// that differ only in case are one foundry yet only one is questionable.
+TEST_F(FoundryNameTableTest, CreatorCodes)
+{
+    const struct {
+        uint32_t code;
+        bool questionable;
+        const char* known;  // null: not known
+    } cases[] = {
+        {fourCC("DMOV"), true, nullptr},      {fourCC("dmov"), false, nullptr},
+        {fourCC("ACp1"), true, "Type Works"}, {fourCC("ACP1"), false, "Type Works"},
+        {fourCC("ACME"), false, "Acme Type"}, {fourCC("TWRK"), false, "Type Works"},
+        {fourCC("ZZZZ"), false, nullptr},     {fourCC("NONM"), false, nullptr},  // NONM's entry has no name
+    };
+    for (const auto& c : cases) {
+        const std::string name = fourCCString(c.code);
+        EXPECT_EQ(table_.IsQuestionableCreatorCode(c.code), c.questionable) << name;
+        LxString foundry;
+        EXPECT_EQ(table_.IsKnownCreatorCode(c.code, foundry), c.known != nullptr) << name;
+        EXPECT_EQ(foundry.str(), c.known ? c.known : "") << name;
+    }
+    LxString foundry;
+    EXPECT_FALSE(table_.IsQuestionableCreatorCode(0));
+    EXPECT_FALSE(table_.IsKnownCreatorCode(0, foundry));
+    LxString prefilled("Earlier");
+    EXPECT_FALSE(table_.IsKnownCreatorCode(fourCC("ACME"), prefilled));
+    EXPECT_EQ(prefilled.str(), "Earlier");
+}
+
+// Patterns are found anywhere in the lower-cased name, in table order;
+// fallback entries met on the way go to the fallback output.
+TEST_F(FoundryNameTableTest, NamePatterns)
+{
+    const struct {
+        const char* name;
+        const char* foundry;  // null: no match
+        const char* fallback;
+    } cases[] = {
+        {"Copyright 1999 ACME TYPE FOUNDRY", "Acme Type", "First Fallback"},
+        {"Lettering by Type Works for Acme", "Acme Type", "First Fallback"},  // earliest entry wins
+        {"a nameless design", "Acme Nameless", "First Fallback"},  // nameless entries are passed
+        {"Type Works Ltd", "Type Works", "First Fallback"},
+        {"UPPER upper Upper", nullptr, "Last Fallback"},  // a stored capital never matches
+        {"Nothing known", nullptr, "Last Fallback"},
+    };
+    for (const auto& c : cases) {
+        LxString foundry, fallback;
+        EXPECT_EQ(table_.ContainsKnownFoundryName(c.name, &foundry, &fallback), c.foundry != nullptr) << c.name;
+        EXPECT_EQ(foundry.str(), c.foundry ? c.foundry : "") << c.name;
+        EXPECT_EQ(fallback.str(), c.fallback) << c.name;
+    }
+    EXPECT_TRUE(table_.ContainsKnownFoundryName("acme", nullptr, nullptr));
+}
+
+TEST_F(FoundryNameTableTest, CanonicalNamePrefersCodeThenNameThenFallbackThenUnknown)
+{
+    EXPECT_EQ(table_.GetCanonicalFoundryName(fourCC("TWRK"), "Acme").str(), "Type Works");
+    EXPECT_EQ(table_.GetCanonicalFoundryName(0, "Acme").str(), "Acme Type");
+    EXPECT_EQ(table_.GetCanonicalFoundryName(fourCC("ZZZZ"), "Nobody").str(), "Last Fallback");
+    CFoundryNameTable noFallback;
+    noFallback.LoadTableFromFiles(kData + "NoFallbackFoundryNameTable.plist", "");
+    EXPECT_EQ(noFallback.GetCanonicalFoundryName(0, "Nobody").str(), "--");
+    EXPECT_EQ(noFallback.GetCanonicalFoundryName(0, "ACME").str(), "Acme Type");
+    // Without a table (or with a root that is no array) every query fails.
+    CFoundryNameTable none;
+    none.LoadTableFromFiles(kData + "missing.plist", kData + "missing.plist");
+    LxString foundry, fallback;
+    EXPECT_FALSE(none.IsKnownCreatorCode(fourCC("ACME"), foundry));
+    EXPECT_FALSE(none.ContainsKnownFoundryName("acme", &foundry, &fallback));
+    EXPECT_FALSE(none.IsQuestionableCreatorCode(fourCC("DMOV")));
+    EXPECT_EQ(none.GetCanonicalFoundryName(fourCC("ACME"), "acme").str(), "--");
+    none.LoadTableFromFiles(kData + "DefaultClassifications.plist", "");
+    EXPECT_EQ(none.GetCanonicalFoundryName(0, "acme").str(), "--");
+}
+
+std::vector<std::string> builtinClasses(const CClassificationMappings& mappings)
+{
+    std::vector<LxString> list{"stale"};
+    mappings.GetListOfBuiltinClasses(list);
+    std::vector<std::string> out;
+    for (const LxString& item : list) out.push_back(item.str());
+    return out;
+}
+
+// Only the whole family name matches, ignoring case; values must be texts
+// of at most 1023 bytes.
+TEST(ClassificationMappings, Lookups)
+{
+    CClassificationMappings mappings;
+    mappings.LoadMappingsFromFile(kData + "DefaultClassifications.plist");
+    ASSERT_TRUE(mappings.IsLoaded());
+    const std::pair<std::string, std::string> cases[] = {
+        {"Helvetica", "Sans Serif"}, {"HELVETICA", "Sans Serif"}, {"\xC3\x89LAN", "Serif"},
+        {"Helvetica Neue", "--"},    {"helv", "--"},              {"", "--"},
+        {"\xFF\xFE", "--"},          {"edge", std::string(1023, 'y')},
+        {"overlong", "--"},          {"numbered", "--"},
+    };
+    for (const auto& [family, expected] : cases)
+        EXPECT_EQ(mappings.GetClassNameFromFontFamily(family).str(), expected) << family;
+    // The table's "None" is listed as the unknown marker; replacement is exact.
+    EXPECT_EQ(builtinClasses(mappings), (std::vector<std::string>{"--", "Serif", "Sans Serif", "Script", "--"}));
+    EXPECT_EQ(mappings.ReplaceDefaultClassification(u"serif", u"Roman"), 0);
+    EXPECT_EQ(mappings.ReplaceDefaultClassification(u"--", u"Unclassified"), 2);
+    EXPECT_EQ(builtinClasses(mappings).front(), "Unclassified");
+
+    CClassificationMappings none;
+    none.LoadMappingsFromFile(kData + "missing.plist");
+    EXPECT_EQ(none.GetClassNameFromFontFamily("Helvetica").str(), "--");
+    EXPECT_TRUE(builtinClasses(none).empty());
+    EXPECT_EQ(none.ReplaceDefaultClassification(u"None", u"--"), 0);
+    none.LoadMappingsFromFile(kData + "FoundryNameTable.plist");  // root is no dictionary
+    EXPECT_FALSE(none.IsLoaded());
+}
+
+// The second family is asked only when the first is unknown.
+TEST(GetClassificationFromFamily, AlternateOnlyForAnUnknownFamily)
+{
+    char buffer[256] = "keep";
+    EXPECT_EQ(TP_GetClassificationFromFamily(nullptr, "Times", buffer, 8), 1u);
+    EXPECT_EQ(TP_GetClassificationFromFamily("Times", "Times", nullptr, 8), 1u);
+    EXPECT_EQ(TP_GetClassificationFromFamily("Times", nullptr, buffer, 0), 0u);
+    EXPECT_STREQ(buffer, "keep");
+    CClassificationMappings* shared = CClassificationMappings::GetSharedClassificationMappings();
+    if (!shared->IsLoaded()) GTEST_SKIP() << "no shipped classification table";
+    const std::string times = shared->GetClassNameFromFontFamily("Times").str();
+    const std::string courier = shared->GetClassNameFromFontFamily("Courier").str();
+    ASSERT_NE(times, "--");
+    const struct {
+        const char* family;
+        const char* alternate;
+        std::string expected;
+    } cases[] = {
+        {"No Such Family", nullptr, "--"}, {"No Such Family", "No Such Family 2", "--"},
+        {"No Such Family", "TIMES", times}, {"Times", "No Such Family", times},
+        {"Courier", "Times", courier},
+    };
+    for (const auto& c : cases) {
+        ASSERT_EQ(TP_GetClassificationFromFamily(c.family, c.alternate, buffer, sizeof buffer), 0u);
+        EXPECT_EQ(c.expected, buffer) << c.family;
+    }
+}
+
+}  // namespace

@@ -1,0 +1,215 @@
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "KeywordFixture.h"
+#include "tables/StyleWords.h"
+#include "typeprobe/typeprobe.h"
+
+namespace {
+
+using keywords::KeywordTableTest;
+using Words = std::vector<std::string>;
+using Constants = std::vector<int32_t>;
+
+Words words(const std::string& name, size_t start, bool multipleMaster)
+{
+    Words out;
+    size_t position = start;
+    while (position != std::string::npos && position < name.size())
+        out.push_back(local_styleSubstring(name, position, multipleMaster));
+    return out;
+}
+
+TEST(StyleWords, CapitalsStartWordsAndOtherBytesEndThem)
+{
+    const struct {
+        const char* name;
+        size_t start;
+        bool multipleMaster;
+        Words words;
+    } cases[] = {
+        {"BoldItalic", 0, false, {"Bold", "Italic"}},
+        {"XLight", 0, false, {"X", "Light"}},
+        {"ExtraBold2", 0, false, {"Extra", "Bold"}},
+        {"MM", 0, false, {"M", "M"}},
+        // From the second byte, lower-case letters before a capital are dropped.
+        {"Bold", 1, false, {""}},
+        {"ArialBold", 1, false, {"Bold"}},
+        {"Helvetica-BoldOblique", 1, false, {"", "Bold", "Oblique"}},
+        {"C059-BdIta", 1, false, {"", "Bd", "Ita"}},
+        // Instance suffixes of multiple-master names keep their capitals together.
+        {"MyriadMM_400_XC", 1, true, {"M", "M", "XC"}},
+        {"MyriadMM_400_XC", 1, false, {"M", "M", "X", "C"}},
+        {"", 0, false, {}},
+    };
+    for (const auto& c : cases) EXPECT_EQ(words(c.name, c.start, c.multipleMaster), c.words) << c.name;
+
+    std::string suffix = "_400_XCab";
+    size_t position = 0;
+    EXPECT_EQ(local_MMSubstring(suffix, position), "XC");
+    EXPECT_EQ(local_MMSubstring(suffix, position), "a");
+    position = 0;
+    EXPECT_EQ(local_MMSubstring("_400", position), "");
+    EXPECT_EQ(position, std::string::npos);
+}
+
+TEST_F(KeywordTableTest, MatchingIsExactAndTheFirstComponentWins)
+{
+    SStyleComponent found;
+    ASSERT_TRUE(LxFontStyleScan::MatchStyleComponent("Bold", found));
+    EXPECT_EQ(found.styleConstant, 1);
+    ASSERT_TRUE(LxFontStyleScan::MatchStyleComponent("Heavy", found));
+    EXPECT_EQ(found.styleConstant, 99);
+    SStyleComponent untouched;
+    untouched.styleConstant = 77;
+    EXPECT_FALSE(LxFontStyleScan::MatchStyleComponent("bold", untouched));
+    EXPECT_FALSE(LxFontStyleScan::MatchStyleComponent("Bol", untouched));
+    EXPECT_EQ(untouched.styleConstant, 77);
+}
+
+// The words of both names become components; the fixed repairs follow.
+TEST_F(KeywordTableTest, ScannedComponents)
+{
+    const struct {
+        const char* first;
+        const char* second;
+        Constants found;
+    } cases[] = {
+        // The longer list wins; a tie goes to the first name.
+        {"Arial-Bold", "Arial Italic", {1}},
+        {"Arial-Bold", "Arial Bold Italic", {1, 0}},
+        {"Bold", "Italic", {}},  // the first byte never starts a word
+        {"Minion-BoldOsF", "Minion Semibold Condensed Italic", {1, 23}},
+        // Small caps and Cyrillic marks count from the second byte, not in MM names.
+        {"Minion-RegularSC", "", {13, 21, 22}},
+        {"SCFont", "", {}},
+        {"Pragmatica-BoldCY", "", {1, 41}},
+        {"MinionMM_SCCY", "", {}},
+        {"MyriadMM_400_XC", "Myriad MM", {5, 10}},
+        {"MyriadMM_700_SB", "", {15}},
+        {"MyriadMM_XL_XB_UB", "", {5, 9, 5, 6, 6}},
+        {"Univers", "Univers-Xlight", {}},  // only the first name's Xlight
+        {"X-RomanBold", "", {1}},
+        {"X-RegularItalic", "", {0}},
+        {"X-RegularRoman", "", {13, 12}},
+        // Removals use the positions recorded before any removal: Regular
+        // goes from 0, then position 1 (Roman's) now holds Bold.
+        {"X-RegularRomanBold", "", {12}},
+        {"X-ItalicRegularRoman", "", {0, 12}},
+        {"X-SemiBold", "", {15}},
+        {"X-SemiBoldItalic", "", {15, 0}},
+        {"X-SemiLight", "", {9}},
+        {"X-Sb", "", {4}},
+        {"X-SbBold", "", {4}},
+        {"X-Semi", "Y Semibold", {15}},
+        {"X-Semi", "Y semibold", {}},
+        {"Bookman-DemiItalic", "", {16, 0}},
+        {"Helvetica-Thin", "Helvetica Neue Thin", {35}},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(keywords::constants(LxFontStyleScan::ScanFontForStyleComponents(c.first, c.second)), c.found)
+            << c.first << " / " << c.second;
+}
+
+TEST_F(KeywordTableTest, RepairsAddComponentsWithoutDisplay)
+{
+    auto xlight = LxFontStyleScan::ScanFontForStyleComponents("Univers-Xlight", "");
+    ASSERT_EQ(keywords::constants(xlight), (Constants{5, 9}));
+    EXPECT_TRUE(xlight[0].isModifier);
+    EXPECT_FALSE(xlight[1].isModifier);
+    EXPECT_TRUE(xlight[0].display.empty() && xlight[1].matchStrings.empty());
+    auto demi = LxFontStyleScan::ScanFontForStyleComponents("Bookman-Demi", "");
+    ASSERT_EQ(keywords::constants(demi), (Constants{16, 1}));
+    EXPECT_TRUE(demi[1].display.empty());
+    EXPECT_FALSE(demi[1].isModifier);
+    auto neue = LxFontStyleScan::ScanFontForStyleComponents("HelveticaNeue-Thin", "");
+    ASSERT_EQ(keywords::constants(neue), (Constants{9}));
+    EXPECT_EQ(neue[0].display, "Light");
+}
+
+Words stylesOf(const std::string& first, const std::string& second = "")
+{
+    std::vector<SBuiltinStyle> styles{SBuiltinStyle{"stale", {}, false}};
+    unsigned long count = LxFontStyleScan::ScanFontForBuiltinStyles(first, second, styles);
+    EXPECT_EQ(count, styles.size());
+    Words out;
+    for (const SBuiltinStyle& s : styles) out.push_back(s.display);
+    return out;
+}
+
+TEST_F(KeywordTableTest, SelectedBuiltinStyles)
+{
+    const struct {
+        const char* first;
+        Words styles;
+    } cases[] = {
+        // An exact fit is the only style, although "Italic Bold" fits as well.
+        {"Arial-BoldItalic", {"Bold Italic"}},
+        {"Bookman-Demi", {"Demibold"}},
+        // Weights and the others compete separately; the pure Condensed stays.
+        {"X-BoldCondItalic", {"Bold", "Condensed", "Bold Italic", "Italic Bold", "Bold Condensed"}},
+        // A modifier must precede what it modifies.
+        {"X-ExtraBoldCond", {"Extra Bold", "Condensed", "Bold Condensed"}},
+        // Extra Condensed set the best of its kind before losing its misplaced
+        // Extra, so even the pure Condensed goes. Intended.
+        {"X-ExtraLightCond", {"Extra Light"}},
+        // A pure low scorer stays only when no longer than the best.
+        {"Minion-BoldOsF", {"Bold", "Old-Style Figures"}},
+        {"Minion-RegularSC", {"Regular", "Small Caps"}},
+        {"Georgia", {}},
+    };
+    for (const auto& c : cases) EXPECT_EQ(stylesOf(c.first), c.styles) << c.first;
+    std::vector<SBuiltinStyle> styles;
+    EXPECT_EQ(LxFontStyleScan::FindBuiltinMatchesForStyleComponents({}, styles), 0u);
+}
+
+TEST_F(KeywordTableTest, UnknownConstantsAndEmptyTablesGiveNoErrors)
+{
+    Load(keywords::fixtureComponents(), {{"Mystery Bold", {1234, 1}, true}, {"Italic", {0}, false}});
+    EXPECT_EQ(stylesOf("X-BoldBoldItalic"), (Words{"Mystery Bold", "Italic"}));
+    Load({}, {});
+    EXPECT_EQ(stylesOf("Arial-BoldItalic", "Arial Bold Italic"), Words{});
+}
+
+TEST(StyleScan, UserStylesAreFoundInEitherNameIgnoringCase)
+{
+    EXPECT_TRUE(LxFontStyleScan::ScanFontForUserStyle("Arial", "Bold", "BOLD"));
+    EXPECT_TRUE(LxFontStyleScan::ScanFontForUserStyle("ARIALBLACK", "", "black"));
+    EXPECT_FALSE(LxFontStyleScan::ScanFontForUserStyle("Arial", "Regular", "bold"));
+}
+
+// TP_GetStyles on the shipped keyword table.
+TEST(GetStyles, RefusesNullsAndCopiesOutByTheBufferRules)
+{
+    std::vector<std::string> storage(3, std::string(64, '#'));
+    std::vector<char*> buffers = {storage[0].data(), storage[1].data(), storage[2].data()};
+    unsigned long count = 99;
+    EXPECT_EQ(TP_GetStyles(nullptr, "A", 2, 64, &count, buffers.data()), 1u);
+    EXPECT_EQ(TP_GetStyles("A-Bold", nullptr, 2, 64, &count, buffers.data()), 1u);
+    EXPECT_EQ(TP_GetStyles("A-Bold", "A", 2, 64, nullptr, buffers.data()), 1u);
+    EXPECT_EQ(TP_GetStyles("A-Bold", "A", 2, 64, &count, nullptr), 1u);
+    EXPECT_EQ(TP_GetStyles("Georgia", "Georgia", 3, 64, &count, buffers.data()), 0u);
+    EXPECT_EQ(count, 99u);  // nothing found: count and buffers untouched
+    EXPECT_EQ(storage[0], std::string(64, '#'));
+    ASSERT_EQ(TP_GetStyles("Helvetica-BoldOblique", "", 3, 64, &count, buffers.data()), 0u);
+    ASSERT_EQ(count, 1u);
+    EXPECT_STREQ(storage[0].c_str(), "Bold Oblique");
+    ASSERT_EQ(TP_GetStyles("Arial-BoldItalic", "", 3, 5, &count, buffers.data()), 0u);
+    EXPECT_STREQ(storage[0].c_str(), "Bold");  // cut to the buffer length
+    // The count is capped; null entries are passed over but counted.
+    ASSERT_EQ(TP_GetStyles("PlayfairDisplay-BoldItalic", "", 0, 64, &count, buffers.data()), 0u);
+    EXPECT_EQ(count, 0u);
+    storage.assign(3, std::string(64, '#'));
+    buffers = {storage[0].data(), nullptr, storage[2].data()};
+    ASSERT_EQ(TP_GetStyles("PlayfairDisplay-BoldItalic", "", 3, 64, &count, buffers.data()), 0u);
+    ASSERT_EQ(count, 3u);
+    EXPECT_STREQ(storage[0].c_str(), "Bold");
+    EXPECT_EQ(storage[1], std::string(64, '#'));
+    EXPECT_STREQ(storage[2].c_str(), "Bold Italic");
+    buffers[0] = nullptr;
+    EXPECT_EQ(TP_GetStyles("A-Bold", "A", 2, 64, &count, buffers.data()), 1u);
+}
+
+}  // namespace
