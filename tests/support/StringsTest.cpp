@@ -34,6 +34,7 @@ TEST(LxString, PascalFormIsCutAt255Bytes)
     s.str() = "Courier";  // the buffer is kept and refilled from the current text
     EXPECT_EQ(s.GetPascalString(), own);
     EXPECT_EQ(pascalBody(own), "Courier");
+    std::memset(out, 0xAA, sizeof out);
     LxString("Helvetica").GetPascalString(out);
     EXPECT_EQ(out[10], 0xAA);
 }
