@@ -21,7 +21,6 @@ enum class Source {
     DotUnderscoreType,  // root/a/b/._Font with an 8-byte Finder info: type and creator only
     NetatalkFolder,     // root/a/b/.AppleDouble/Font
     MacOSXFolder,       // root/__MACOSX/a/b/._Font
-    SelfAppleSingle,    // the file is AppleSingle
     SelfMacBinary,      // the file is MacBinary
 };
 
@@ -76,7 +75,6 @@ public:
             return;
         case Source::NetatalkFolder: WriteFile(dir_ / "a/b/.AppleDouble/Font", PlainAppleDouble(p)); return;
         case Source::MacOSXFolder: WriteFile(dir_ / "__MACOSX/a/b/._Font", MacOSXDotUnderscore(p)); return;
-        case Source::SelfAppleSingle: WriteFile(font_, AppleSingleFile(p)); return;
         case Source::SelfMacBinary: WriteFile(font_, MacBinaryFile(p, 3)); return;
         }
     }
@@ -117,18 +115,14 @@ TEST(MacForks, ResolutionFollowsTheDocumentedOrder)
          int(S::AppleAttributes), int(S::AppleAttributes), "plain data fork"},
         {{S::NetatalkAttributes, S::DotUnderscore, S::NetatalkFolder, S::MacOSXFolder},
          int(S::NetatalkAttributes), int(S::NetatalkAttributes), "plain data fork"},
-        {{S::DotUnderscore, S::NetatalkFolder, S::MacOSXFolder},
-         int(S::DotUnderscore), int(S::DotUnderscore), "plain data fork"},
+        {{S::DotUnderscore, S::NetatalkFolder, S::MacOSXFolder}, int(S::DotUnderscore), int(S::DotUnderscore),
+         "plain data fork"},
         {{S::NetatalkFolder, S::MacOSXFolder}, int(S::NetatalkFolder), int(S::NetatalkFolder), "plain data fork"},
-        {{S::MacOSXFolder}, int(S::MacOSXFolder), int(S::MacOSXFolder), "plain data fork"},
-        {{S::SelfAppleSingle}, int(S::SelfAppleSingle), int(S::SelfAppleSingle), "inner data fork"},
-        {{S::SelfMacBinary}, int(S::SelfMacBinary), int(S::SelfMacBinary), "inner data fork"},
         // A sidecar's resource fork wins over the file read as a container.
         {{S::DotUnderscore, S::SelfMacBinary}, int(S::DotUnderscore), int(S::DotUnderscore), nullptr},
         // Finder info without a fork describes the envelope: the container wins.
         {{S::DotUnderscoreInfo, S::SelfMacBinary}, int(S::SelfMacBinary), int(S::SelfMacBinary),
          "inner data fork"},
-        {{S::DotUnderscoreInfo}, -1, int(S::DotUnderscoreInfo), "plain data fork"},
         {{S::DotUnderscoreType}, -1, int(S::DotUnderscoreType), "plain data fork"},
         // Each piece is looked up on its own; zero Finder info counts as none.
         {{S::AppleInfoOnly, S::MacOSXFolder}, int(S::MacOSXFolder), int(S::AppleInfoOnly), "plain data fork"},
@@ -174,37 +168,15 @@ TEST(MacForks, NearestMacOSXFolderWins)
     EXPECT_EQ(ResourceSource(winding), int(Source::NetatalkFolder));
 }
 
-TEST(MacForks, PlainFilesFoldersAndMissingPaths)
+TEST(MacForks, FoldersAndMissingPathsHaveNoDataFork)
 {
     TempDir dir;
-    WriteFile(dir / "plain.otf", Text("OTTO and more"));
-    const MacForkInfo plain = MacForks::Describe(dir / "plain.otf");
-    EXPECT_TRUE(plain.exists);
-    EXPECT_EQ(plain.dataForkLength, 13u);
-    EXPECT_EQ(plain.resourceForkLength, 0u);
-    EXPECT_FALSE(plain.hasFinderInfo);
-    Bytes fork = {1, 2, 3};
-    EXPECT_FALSE(MacForks::ReadResourceFork(dir / "plain.otf", fork));
-    EXPECT_TRUE(fork.empty());
-    EXPECT_TRUE(MacForks::Describe(dir.path()).exists);  // a folder exists, without forks
+    Bytes fork;
+    EXPECT_TRUE(MacForks::Describe(dir.path()).exists);
     EXPECT_FALSE(MacForks::ReadDataFork(dir.path(), fork));
     EXPECT_FALSE(MacForks::Describe(dir / "missing").exists);
     EXPECT_FALSE(MacForks::ReadDataFork(dir / "missing", fork));
-}
-
-TEST(MacForks, MissingPathFallsBackToItsMacBinarySibling)
-{
-    TempDir dir;
-    MacParts parts = PartsFor(Source::SelfMacBinary);
-    parts.name = "NimbuSanReg";
-    WriteFile(dir / "NimbuSanReg.bin", MacBinaryFile(parts, 2));
-    EXPECT_EQ(MacForks::Describe(dir / "NimbuSanReg").fileType, parts.type);
-    EXPECT_EQ(ResourceSource(dir / "NimbuSanReg"), int(Source::SelfMacBinary));
-    const MacFile file = MacForks::Resolve(dir / "NimbuSanReg");
-    EXPECT_EQ(file.path, dir / "NimbuSanReg");
-    EXPECT_EQ(file.resourceFork.file, dir / "NimbuSanReg.bin");
-
-    // A ".bin" that is no container does not stand in.
+    // A ".bin" sibling that is no container does not stand in.
     WriteFile(dir / "Other.bin", Text("just text, long enough to be anything at all"));
     EXPECT_FALSE(MacForks::Describe(dir / "Other").exists);
 }
@@ -222,7 +194,7 @@ TEST(MacForks, TruncatedSidecarsAndContainers)
         EXPECT_FALSE(info.hasFinderInfo) << "length " << length;
     }
     fs::remove(dir / "._Font");
-    const MacParts parts = PartsFor(Source::SelfAppleSingle);
+    const MacParts parts = PartsFor(Source::SelfMacBinary);
     for (const Bytes& full : {AppleSingleFile(parts), MacBinaryFile(parts, 3)}) {
         for (size_t length = 0; length + 128 < full.size(); length += 7) {
             WriteFile(dir / "Font", Slice(full, 0, length));

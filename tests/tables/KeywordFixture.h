@@ -6,6 +6,8 @@
 #include <plist/plist.h>
 
 #include <cstdint>
+#include <initializer_list>
+#include <utility>
 #include <string>
 #include <vector>
 
@@ -27,45 +29,39 @@ struct Style {
     bool weight;
 };
 
-inline plist_t number(int32_t value)
+inline plist_t number(int32_t value) { return plist_new_uint(uint64_t(int64_t(value))); }
+
+inline plist_t dict(std::initializer_list<std::pair<const char*, plist_t>> items)
 {
-    return plist_new_uint(uint64_t(int64_t(value)));
+    plist_t node = plist_new_dict();
+    for (const auto& [key, value] : items) plist_dict_set_item(node, key, value);
+    return node;
+}
+
+template <typename T, typename Make>
+plist_t array(const std::vector<T>& items, Make make)
+{
+    plist_t list = plist_new_array();
+    for (const T& item : items) plist_array_append_item(list, make(item));
+    return list;
 }
 
 inline plist_t componentNode(const Component& c)
 {
-    plist_t node = plist_new_dict();
-    plist_dict_set_item(node, "display", plist_new_string(c.display.c_str()));
-    plist_dict_set_item(node, "is-modifier", plist_new_bool(c.modifier));
-    plist_dict_set_item(node, "compounds", plist_new_bool(c.compounds));
-    plist_dict_set_item(node, "style-constant", number(c.constant));
-    plist_t words = plist_new_array();
-    for (const std::string& word : c.words) plist_array_append_item(words, plist_new_string(word.c_str()));
-    plist_dict_set_item(node, "match-strings", words);
-    return node;
+    return dict({{"display", plist_new_string(c.display.c_str())}, {"is-modifier", plist_new_bool(c.modifier)},
+                 {"compounds", plist_new_bool(c.compounds)}, {"style-constant", number(c.constant)},
+                 {"match-strings", array(c.words, [](const std::string& w) { return plist_new_string(w.c_str()); })}});
 }
 
 inline plist_t styleNode(const Style& s)
 {
-    plist_t node = plist_new_dict();
-    plist_dict_set_item(node, "display", plist_new_string(s.display.c_str()));
-    plist_t constants = plist_new_array();
-    for (int32_t constant : s.components) plist_array_append_item(constants, number(constant));
-    plist_dict_set_item(node, "components", constants);
-    plist_dict_set_item(node, "isweight", plist_new_bool(s.weight));
-    return node;
+    return dict({{"display", plist_new_string(s.display.c_str())}, {"components", array(s.components, number)},
+                 {"isweight", plist_new_bool(s.weight)}});
 }
 
 inline plist_t table(const std::vector<Component>& components, const std::vector<Style>& styles)
 {
-    plist_t root = plist_new_dict();
-    plist_t list = plist_new_array();
-    for (const Component& c : components) plist_array_append_item(list, componentNode(c));
-    plist_dict_set_item(root, "Components", list);
-    list = plist_new_array();
-    for (const Style& s : styles) plist_array_append_item(list, styleNode(s));
-    plist_dict_set_item(root, "Styles", list);
-    return root;
+    return dict({{"Components", array(components, componentNode)}, {"Styles", array(styles, styleNode)}});
 }
 
 // The constants the scanner's fixed rules name: 0 Italic, 1 Bold, 4 and 15
@@ -73,32 +69,28 @@ inline plist_t table(const std::vector<Component>& components, const std::vector
 inline const std::vector<Component>& fixtureComponents()
 {
     static const std::vector<Component> components = {
-        {0, "Italic", false, true, {"Italic", "It"}},  {1, "Bold", false, true, {"Bold", "Bd"}},
-        {2, "Oblique", false, true, {"Oblique"}},      {3, "Medium", false, true, {"Medium"}},
+        {0, "Italic", false, true, {"Italic", "It"}}, {1, "Bold", false, true, {"Bold", "Bd"}},
+        {2, "Oblique", false, true, {"Oblique"}}, {3, "Medium", false, true, {"Medium"}},
         {4, "Semibold", false, true, {"Semibold", "Sb"}}, {5, "Extra", true, true, {"Extra"}},
-        {6, "Black", false, true, {"Black"}},          {9, "Light", false, true, {"Light", "Lt"}},
+        {6, "Black", false, true, {"Black"}}, {9, "Light", false, true, {"Light", "Lt"}},
         {10, "Condensed", false, false, {"Condensed", "Cond"}}, {12, "Roman", false, true, {"Roman"}},
-        {13, "Regular", false, true, {"Regular"}},     {15, "Semi", false, true, {"Semi"}},
-        {16, "Demi", false, true, {"Demi"}},           {21, "Small", true, false, {"Small"}},
-        {22, "Caps", false, false, {"Caps"}},          {23, "Old-Style Figures", false, false, {"OsF"}},
-        {35, "Thin", false, true, {"Thin"}},           {41, "Cyrillic", false, false, {"Cyrillic"}},
-        {99, "Second Bold", false, false, {"Bold", "Heavy"}},
-    };
+        {13, "Regular", false, true, {"Regular"}}, {15, "Semi", false, true, {"Semi"}},
+        {16, "Demi", false, true, {"Demi"}}, {21, "Small", true, false, {"Small"}},
+        {22, "Caps", false, false, {"Caps"}}, {23, "Old-Style Figures", false, false, {"OsF"}},
+        {35, "Thin", false, true, {"Thin"}}, {41, "Cyrillic", false, false, {"Cyrillic"}},
+        {99, "Second Bold", false, false, {"Bold", "Heavy"}}};
     return components;
 }
 
 inline const std::vector<Style>& fixtureStyles()
 {
     static const std::vector<Style> styles = {
-        {"Light", {9}, true},          {"Regular", {13}, true},     {"Semibold", {4}, true},
-        {"Semibold", {15}, true},      {"Demibold", {16, 1}, true}, {"Bold", {1}, true},
-        {"Extra Bold", {5, 1}, true},  {"Black", {6}, true},        {"Extra Light", {5, 9}, true},
-        {"Thin", {35}, true},          {"Medium", {3}, true},       {"Italic", {0}, false},
-        {"Condensed", {10}, false},    {"Small Caps", {21, 22}, false},
-        {"Old-Style Figures", {23}, false},                         {"Cyrillic", {41}, false},
-        {"Bold Italic", {1, 0}, false}, {"Italic Bold", {0, 1}, false},
-        {"Extra Condensed", {5, 10}, false},                        {"Bold Condensed", {1, 10}, false},
-    };
+        {"Light", {9}, true}, {"Regular", {13}, true}, {"Semibold", {4}, true}, {"Semibold", {15}, true},
+        {"Demibold", {16, 1}, true}, {"Bold", {1}, true}, {"Extra Bold", {5, 1}, true}, {"Black", {6}, true},
+        {"Extra Light", {5, 9}, true}, {"Thin", {35}, true}, {"Medium", {3}, true}, {"Italic", {0}, false},
+        {"Condensed", {10}, false}, {"Small Caps", {21, 22}, false}, {"Old-Style Figures", {23}, false},
+        {"Cyrillic", {41}, false}, {"Bold Italic", {1, 0}, false}, {"Italic Bold", {0, 1}, false},
+        {"Extra Condensed", {5, 10}, false}, {"Bold Condensed", {1, 10}, false}};
     return styles;
 }
 
@@ -121,16 +113,16 @@ protected:
         LxFontStyleScan::gStyleComponentMap = savedMap_;
         LxFontStyleScan::gBuiltinStyles = savedStyles_;
     }
-    static void Load(const std::vector<Component>& components, const std::vector<Style>& styles)
-    {
-        plist_t root = table(components, styles);
-        LoadRoot(root);
-        plist_free(root);
-    }
+    // Takes the root and frees it.
     static void LoadRoot(plist_t root)
     {
         LxFontStyleScan::gStyleComponentMap.clear();
         LxFontStyleScan::LoadStyleResources(root);
+        plist_free(root);
+    }
+    static void Load(const std::vector<Component>& components, const std::vector<Style>& styles)
+    {
+        LoadRoot(table(components, styles));
     }
 
 private:

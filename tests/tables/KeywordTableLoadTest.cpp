@@ -56,7 +56,6 @@ TEST_F(KeywordTableTest, EntriesMissingAKeyOrTooLongAreSkipped)
     plist_dict_remove_item(withoutWeightFlag, "isweight");
     plist_array_append_item(styles, withoutWeightFlag);
     LoadRoot(root);
-    plist_free(root);
 
     const auto& loaded = LxFontStyleScan::gStyleComponents;
     ASSERT_EQ(keywords::constants(loaded), (Constants{1, 3, 5}));
@@ -85,7 +84,6 @@ TEST_F(KeywordTableTest, StyleConstantsAreAnyNumberReadAsSigned32Bit)
     plist_t component = plist_array_get_item(plist_dict_get_item(root, "Components"), 0);
     plist_dict_set_item(component, "style-constant", plist_new_real(-3.0));
     LoadRoot(root);
-    plist_free(root);
     EXPECT_EQ(LxFontStyleScan::gStyleComponents.at(0).styleConstant, -3);
     EXPECT_EQ(LxFontStyleScan::gBuiltinStyles.at(0).components, (Constants{-3, 9, 2, 7}));
 }
