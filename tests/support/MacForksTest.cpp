@@ -12,6 +12,7 @@ using namespace macfixtures;
 
 // Places that can hold a resource fork or Finder info for root/a/b/Font.
 enum class Source {
+    None = -1,
     AppleAttributes,    // user.com.apple.ResourceFork + FinderInfo
     AppleInfoOnly,      // user.com.apple.FinderInfo alone
     AppleZeroInfo,      // user.com.apple.FinderInfo of zeros
@@ -59,6 +60,7 @@ public:
         const MacParts p = PartsFor(s);
         const std::string sidecar = dir_ / "a/b/._Font";
         switch (s) {
+        case Source::None: return;
         case Source::AppleAttributes: SetAttribute(font_, "user.com.apple.ResourceFork", p.resource); [[fallthrough]];
         case Source::AppleInfoOnly: SetAttribute(font_, "user.com.apple.FinderInfo", p.finderInfo()); return;
         case Source::AppleZeroInfo: SetAttribute(font_, "user.com.apple.FinderInfo", Bytes(32, 0)); return;
@@ -103,55 +105,42 @@ int FinderSource(const MacForkInfo& info)
 TEST(MacForks, ResolutionFollowsTheDocumentedOrder)
 {
     using S = Source;
-    struct Case {
+    const char* plain = "plain data fork";
+    const struct {
         std::vector<Source> sources;
-        int resourceFrom;  // a Source, or -1 for none
-        int finderFrom;
-        const char* dataFork;
-    };
-    const Case cases[] = {
-        {{}, -1, -1, "plain data fork"},
+        Source resourceFrom, finderFrom;
+        const char* dataFork;  // null: the whole file
+    } cases[] = {
+        {{}, S::None, S::None, plain},
         {{S::AppleAttributes, S::NetatalkAttributes, S::DotUnderscore, S::NetatalkFolder, S::MacOSXFolder},
-         int(S::AppleAttributes), int(S::AppleAttributes), "plain data fork"},
-        {{S::NetatalkAttributes, S::DotUnderscore, S::NetatalkFolder, S::MacOSXFolder},
-         int(S::NetatalkAttributes), int(S::NetatalkAttributes), "plain data fork"},
-        {{S::DotUnderscore, S::NetatalkFolder, S::MacOSXFolder}, int(S::DotUnderscore), int(S::DotUnderscore),
-         "plain data fork"},
-        {{S::NetatalkFolder, S::MacOSXFolder}, int(S::NetatalkFolder), int(S::NetatalkFolder), "plain data fork"},
+         S::AppleAttributes, S::AppleAttributes, plain},
+        {{S::NetatalkAttributes, S::DotUnderscore, S::NetatalkFolder, S::MacOSXFolder}, S::NetatalkAttributes,
+         S::NetatalkAttributes, plain},
+        {{S::DotUnderscore, S::NetatalkFolder, S::MacOSXFolder}, S::DotUnderscore, S::DotUnderscore, plain},
+        {{S::NetatalkFolder, S::MacOSXFolder}, S::NetatalkFolder, S::NetatalkFolder, plain},
         // A sidecar's resource fork wins over the file read as a container.
-        {{S::DotUnderscore, S::SelfMacBinary}, int(S::DotUnderscore), int(S::DotUnderscore), nullptr},
+        {{S::DotUnderscore, S::SelfMacBinary}, S::DotUnderscore, S::DotUnderscore, nullptr},
         // Finder info without a fork describes the envelope: the container wins.
-        {{S::DotUnderscoreInfo, S::SelfMacBinary}, int(S::SelfMacBinary), int(S::SelfMacBinary),
-         "inner data fork"},
-        {{S::DotUnderscoreType}, -1, int(S::DotUnderscoreType), "plain data fork"},
+        {{S::DotUnderscoreInfo, S::SelfMacBinary}, S::SelfMacBinary, S::SelfMacBinary, "inner data fork"},
+        {{S::DotUnderscoreType}, S::None, S::DotUnderscoreType, plain},
         // Each piece is looked up on its own; zero Finder info counts as none.
-        {{S::AppleInfoOnly, S::MacOSXFolder}, int(S::MacOSXFolder), int(S::AppleInfoOnly), "plain data fork"},
-        {{S::AppleZeroInfo, S::NetatalkFolder}, int(S::NetatalkFolder), int(S::NetatalkFolder),
-         "plain data fork"},
+        {{S::AppleInfoOnly, S::MacOSXFolder}, S::MacOSXFolder, S::AppleInfoOnly, plain},
+        {{S::AppleZeroInfo, S::NetatalkFolder}, S::NetatalkFolder, S::NetatalkFolder, plain},
     };
     const std::string attributeBase = AttributeFolder(4096);
-    for (const Case& c : cases) {
-        const bool needsAttributes =
-            std::any_of(c.sources.begin(), c.sources.end(), UsesAttributes);
+    for (const auto& c : cases) {
+        const bool needsAttributes = std::any_of(c.sources.begin(), c.sources.end(), UsesAttributes);
         if (needsAttributes && attributeBase.empty()) continue;
         Fixture fixture(needsAttributes ? attributeBase : "");
-        std::string trace;
-        for (Source s : c.sources) {
-            fixture.add(s);
-            trace += std::to_string(int(s)) + " ";
-        }
-        SCOPED_TRACE("sources " + trace);
+        for (Source s : c.sources) fixture.add(s);
+        SCOPED_TRACE("first source " + std::to_string(c.sources.empty() ? -1 : int(c.sources[0])));
         const MacForkInfo info = MacForks::Describe(fixture.font());
         EXPECT_TRUE(info.exists);
-        EXPECT_EQ(ResourceSource(fixture.font()), c.resourceFrom);
-        EXPECT_EQ(FinderSource(info), c.finderFrom);
+        EXPECT_EQ(ResourceSource(fixture.font()), int(c.resourceFrom));
+        EXPECT_EQ(FinderSource(info), int(c.finderFrom));
         Bytes data;
         ASSERT_TRUE(MacForks::ReadDataFork(fixture.font(), data));
-        if (c.dataFork) {
-            EXPECT_EQ(std::string(data.begin(), data.end()), c.dataFork);
-        } else {
-            EXPECT_EQ(data, ReadFile(fixture.font()));  // the whole file
-        }
+        EXPECT_EQ(data, c.dataFork ? Text(c.dataFork) : ReadFile(fixture.font()));
         EXPECT_EQ(info.dataForkLength, data.size());
     }
     if (attributeBase.empty()) GTEST_SKIP() << "no file system here keeps user extended attributes";
