@@ -58,7 +58,6 @@ TEST_F(ReportCapture, SuiteReportIsExact)
     suite.AddTest(&second);
     suite.AddTest(&first);
     EXPECT_EQ(suite.GetTotalNumTestCases(), 5u);
-
     GTest::GBatchedResults results = suite.RunTests();
     EXPECT_EQ(results.Count(GTest::kSuccess), 2u);
     EXPECT_EQ(results.Count(GTest::kFailure), 1u);
@@ -122,17 +121,11 @@ TEST(GTestSuite, RegistrationGroupsByIdentifier)
     EXPECT_EQ(group->GetAllTestIdentifiers(), (std::vector<std::string>{"one", "two"}));
 }
 
-TEST(RunUnitTests, PrintsNothingAndReturnsFour)
+TEST_F(ReportCapture, RunUnitTestsPrintsNothingAndReturnsFour)
 {
-    std::ostringstream report;
-    GTest::g_pOutputStream = &report;
     ::testing::internal::CaptureStdout();
-    unsigned long result = TP_RunUnitTests();
-    std::string printed = ::testing::internal::GetCapturedStdout();
-    GTest::g_pOutputStream = &std::cout;
-    EXPECT_EQ(result, 4u);
-    EXPECT_EQ(printed, "");
-    EXPECT_EQ(report.str(), "");
+    EXPECT_EQ(TP_RunUnitTests(), 4u);
+    EXPECT_EQ(::testing::internal::GetCapturedStdout() + report.str(), "");
 }
 
 }  // namespace

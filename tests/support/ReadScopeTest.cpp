@@ -23,17 +23,14 @@ TEST(SharedBytes, MappedFilesOutliveTheirFirstHolderAndSliceWithinBounds)
     {
         auto whole = FileBytes::Map(dir / "font");
         ASSERT_TRUE(whole);
-        EXPECT_EQ(text(*whole), "0123456789");
         part = whole->slice(2, 3);
-        EXPECT_FALSE(whole->slice(8, 3));
-        EXPECT_FALSE(whole->slice(11, 0));
+        EXPECT_FALSE(whole->slice(8, 3) || whole->slice(11, 0));
         EXPECT_TRUE(whole->slice(10, 0));
     }
     ASSERT_TRUE(part);
     EXPECT_EQ(text(*part), "234");  // the mapping lives on in the slice
 
-    EXPECT_FALSE(FileBytes::Map(dir / "missing"));
-    EXPECT_FALSE(FileBytes::Map(dir.path()));  // a folder
+    EXPECT_FALSE(FileBytes::Map(dir / "missing") || FileBytes::Map(dir.path()));
 }
 
 TEST(ReadScope, NestedScopesShareOneMemoryThatTheOutermostReleases)
@@ -58,7 +55,6 @@ TEST(ReadScope, AFileIsLookedUpOnceAndForgottenWhenTheLibraryWritesIt)
 
     ASSERT_TRUE(FileBytes::Rewrite(font, ByteView(std::string_view("second one"))));
     EXPECT_TRUE(ReadScope::Active()->files.empty());
-    EXPECT_EQ(MacForks::Resolve(font).dataFork.length, 10u);
     auto bytes = MacForks::ForkBytes(MacForks::Resolve(font).dataFork);
     ASSERT_TRUE(bytes);
     EXPECT_EQ(text(*bytes), "second one");
@@ -73,9 +69,8 @@ TEST(ReadScope, ForksOfEveryKindReadTheSameInsideAndOutside)
     parts.name = "Font";
     parts.data = Text("data fork");
     parts.resource = ResourceFile({{"TEST", 128, std::nullopt, Text("resource")}});
-    const std::string single = dir / "single";
+    const std::string single = dir / "single", attributed = dir / "attributed";
     WriteFile(single, AppleSingleFile(parts));
-    const std::string attributed = dir / "attributed";
     WriteFile(attributed, parts.data);
     ASSERT_TRUE(SetAttribute(attributed, "user.com.apple.ResourceFork", parts.resource));
     for (const std::string& path : {single, attributed}) {
@@ -89,8 +84,8 @@ TEST(ReadScope, ForksOfEveryKindReadTheSameInsideAndOutside)
             auto dataBytes = MacForks::ForkBytes(inside.dataFork);
             auto resourceBytes = MacForks::ForkBytes(inside.resourceFork);
             ASSERT_TRUE(dataBytes && resourceBytes) << path;
-            EXPECT_EQ(text(*dataBytes), std::string(data.begin(), data.end())) << path;
-            EXPECT_EQ(text(*resourceBytes), std::string(resource.begin(), resource.end())) << path;
+            EXPECT_EQ(Text(text(*dataBytes)), data) << path;
+            EXPECT_EQ(Text(text(*resourceBytes)), resource) << path;
             ASSERT_TRUE(MacForks::ReadForkPrefix(inside.resourceFork, 4, prefix)) << path;
             EXPECT_EQ(prefix, Bytes(resource.begin(), resource.begin() + 4)) << path;
         }
