@@ -25,7 +25,6 @@ Plist parse(const std::string& bytes)
 std::string repeat(const std::string& text, size_t count)
 {
     std::string out;
-    out.reserve(text.size() * count);
     for (size_t i = 0; i < count; ++i) out += text;
     return out;
 }
@@ -66,17 +65,10 @@ Binary chain(size_t length, size_t fanOut = 1)
 
 const std::string kSampleXml = R"(<?xml version="1.0" encoding="UTF-8"?>
 <!DOCTYPE plist PUBLIC "-//Apple//DTD PLIST 1.0//EN" "PropertyList-1.0.dtd">
-<plist version="1.0">
-<!-- <array> in a comment -->
-<dict>
-	<key>s</key><string>héllo &amp; 'x'</string>
-	<key>n</key><integer>-70000</integer>
-	<key>r</key><real>2.5</real>
-	<key>d</key><data>AQJ4eXo=</data>
-	<key>t</key><date>2001-01-01T00:16:40Z</date>
-	<key>a</key><array><true/><dict/><array></array></array>
-</dict>
-</plist>
+<plist version="1.0"><!-- <array> in a comment -->
+<dict><key>s</key><string>héllo &amp; 'x'</string><key>n</key><integer>-70000</integer><key>r</key><real>2.5</real>
+<key>d</key><data>AQJ4eXo=</data><key>t</key><date>2001-01-01T00:16:40Z</date>
+<key>a</key><array><true/><dict/><array></array></array></dict></plist>
 )";
 
 std::string sampleBinary()
@@ -132,12 +124,8 @@ TEST(XCFUtilsParse, BinaryGraphsMustBeFiniteAndInRange)
     // Forty levels of two references each would expand to 2^40 nodes.
     EXPECT_FALSE(parse(chain(40, 2).bytes()));
     EXPECT_TRUE(parse(chain(5, 2).bytes()));  // shared, but no larger than the input
-    Binary cycle;
-    cycle.arrays = {{1}, {0}};
-    EXPECT_FALSE(parse(cycle.bytes()));
-    Binary outOfRange;
-    outOfRange.arrays = {{5}};
-    EXPECT_FALSE(parse(outOfRange.bytes()));
+    EXPECT_FALSE(parse(Binary{{{1}, {0}}}.bytes()));  // a cycle
+    EXPECT_FALSE(parse(Binary{{{5}}}.bytes()));       // a reference past the table
     EXPECT_FALSE(parse(chain(3).bytes(3)));  // top object past the table
 }
 
