@@ -93,8 +93,8 @@ std::string failureText(Operation operation)
     return "<no exception>";
 }
 
-// File-system failures read "code:code"; the specification's messages name
-// GetName whatever raised them. Kept verbatim.
+// File-system failures read "code:code", and the messages name GetName
+// whatever raised them. Kept verbatim.
 TEST(LxFileSystem, FailuresCarryTheirMessages)
 {
     TempFolder temp;
@@ -147,7 +147,7 @@ protected:
     Names relative(const std::vector<LxFileSpecification>& specs) const
     {
         Names out;
-        for (const auto& spec : specs) out.push_back(LxString(spec).str().substr(temp_.path().size() + 1));
+        for (const auto& file : specs) out.push_back(LxString(file).str().substr(temp_.path().size() + 1));
         return out;
     }
     LxDirectorySpecification root() const { return LxDirectorySpecification(temp_.path()); }
