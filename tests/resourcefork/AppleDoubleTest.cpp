@@ -25,17 +25,6 @@ Bytes EntryBytes(const Bytes& file, uint32_t id, uint32_t magic = AppleDouble::k
     return entry ? Slice(file, entry->offset, entry->length) : Text("(none)");
 }
 
-TEST(AppleDouble, ReadsBothSidecarLayouts)
-{
-    for (const Bytes& file : {PlainAppleDouble(kParts), MacOSXDotUnderscore(kParts)}) {
-        EXPECT_EQ(EntryBytes(file, AppleDouble::kResourceForkID), kParts.resource);
-        EXPECT_EQ(EntryBytes(file, AppleDouble::kDataForkID), Text("(none)"));
-        uint32_t type = 0, creator = 0;
-        EXPECT_TRUE(AppleDouble::ReadTypeAndCreator(ByteView(EntryBytes(file, AppleDouble::kFinderInfoID)), type, creator));
-        EXPECT_EQ(fourCCString(type) + fourCCString(creator), "FFILDMOV");
-    }
-}
-
 TEST(AppleDouble, MagicAndVersionMustMatch)
 {
     Bytes single = AppleSingleFile(kParts), sidecar = PlainAppleDouble(kParts);

@@ -268,26 +268,6 @@ TEST(FOND, DoubleByteFamilyIDsAndNameEncodings)
     }
 }
 
-TEST(FOND, MultipleMasterNamesAreRepaired)
-{
-    auto file = AnyFile();
-    auto fond = Handle(Bytes(54, 0));
-    const struct { const char* name; bool flagIn; const char* result; bool flagOut; } cases[] = {
-        {"Helvetica", false, "Helvetica", false},   {"Helvetica", true, "Helvetica", true},
-        {"MinionMM_367_400", false, "Minion", true}, {"AdobeSansMM", false, "AdobeSans", true},
-        {"Foo%MBarMMBaz_1", false, "BarBaz", true},  {"Foo%MBar", false, "Bar", true},
-    };
-    for (const auto& c : cases) {
-        bool flag = c.flagIn;
-        EXPECT_EQ(file->normalizePostScriptName(c.name, fond.get(), &flag).str(), c.result) << c.name;
-        EXPECT_EQ(flag, c.flagOut) << c.name;
-    }
-    bool flag = false;
-    EXPECT_EQ(file->normalizePostScriptName("AMM", nullptr, &flag).str(), "AMM");
-    EXPECT_FALSE(flag);
-    EXPECT_EQ(file->normalizePostScriptName("AMM", fond.get(), nullptr).str(), "AMM");
-}
-
 // ----------------------------------------------------------- editing ---
 
 uint32_t U32(const ResourceHandle& fond, size_t at)

@@ -63,25 +63,17 @@ struct Family {
 
 TEST(CollectPSMetaDataMac, KindOfDoubleByteAndMultipleMasterFamilies)
 {
-    const Bytes trueData = Text("true\0\0\0\0"s), typ1Data = Text("typ1\0\0\0\0"s);
-    const struct {
-        const char* what;
-        const char* fondName;
-        uint16_t international;
-        int16_t familyID;
-        Assoc entry;
-        std::optional<Bytes> sfnt;  // resource 300
-        const char* kind;
-    } cases[] = {
-        {"A-CID name", "A-CID Ryumin", 1, 128, {0, 0, 300}, trueData, "CID"},
-        {"CID-B name", "Ryumin CID-B", 1, 128, {0, 0, 300}, trueData, "CID"},
-        {"typ1 outline", "Ryumin", 0, 0x4000, {0, 0, 300}, typ1Data, "CID"},
-        {"plain outline", "Osaka", 1, 128, {0, 0, 300}, trueData, ""},
-        {"outline missing", "Osaka", 1, 128, {0, 0, 300}, std::nullopt, "OCF"},
-        {"bitmaps only", "Osaka", 0, 0x41FF, {12, 0, 300}, trueData, "OCF"},
-        {"other style's outline", "A-CID Ryumin", 1, 128, {0, 1, 300}, trueData, "OCF"},
-        {"single-byte", "A-CID Ryumin", 0, 0x4200, {0, 0, 300}, typ1Data, ""},
-        {"multiple master", "%MMyriadMM_215 LT", 1, 128, {0, 0, 300}, typ1Data, "PostScript - MM"},
+    const std::string trueData = "true\0\0\0\0"s, typ1Data = "typ1\0\0\0\0"s;
+    const struct { const char* fondName; uint16_t international; int16_t familyID; Assoc entry; std::string sfnt; const char* kind; } cases[] = {
+        {"A-CID Ryumin", 1, 128, {0, 0, 300}, trueData, "CID"},
+        {"Ryumin CID-B", 1, 128, {0, 0, 300}, trueData, "CID"},
+        {"Ryumin", 0, 0x4000, {0, 0, 300}, typ1Data, "CID"},
+        {"Osaka", 1, 128, {0, 0, 300}, trueData, ""},
+        {"Osaka", 1, 128, {0, 0, 300}, "", "OCF"},  // the outline is missing
+        {"Osaka", 0, 0x41FF, {12, 0, 300}, trueData, "OCF"},
+        {"A-CID Ryumin", 1, 128, {0, 1, 300}, trueData, "OCF"},  // another style's outline
+        {"A-CID Ryumin", 0, 0x4200, {0, 0, 300}, typ1Data, ""},
+        {"%MMyriadMM_215 LT", 1, 128, {0, 0, 300}, typ1Data, "PostScript - MM"},
     };
     for (const auto& c : cases) {
         FondRecipe recipe = OneStyle();
@@ -89,69 +81,53 @@ TEST(CollectPSMetaDataMac, KindOfDoubleByteAndMultipleMasterFamilies)
         recipe.international = c.international;
         recipe.entries = {c.entry};
         std::vector<TestResource> more;
-        if (c.sfnt) more.push_back({"sfnt", 300, std::nullopt, *c.sfnt});
+        if (!c.sfnt.empty()) more.push_back({"sfnt", 300, std::nullopt, Text(c.sfnt)});
         Names n;
         Family(c.fondName, recipe, more).Collect(n);
-        EXPECT_EQ(n.kind.str(), c.kind) << c.what;
+        EXPECT_EQ(n.kind.str(), c.kind) << c.fondName << " " << c.familyID;
     }
 }
 
 TEST(CollectPSMetaDataMac, MultipleMasterNames)
 {
-    const struct {
-        const char* fondName;
-        const char* psName;  // string 1 of the style table
-        const char* display, *kind, *repaired;
-    } cases[] = {
-        {"%MMyriadMM_215 LT 300 CN", "MyriadMM_215_LT_300_CN", "MyriadMM", "PostScript - MM", "Myriad"},
-        {"%M_Myriad MM_x", "MyriadMM_215_LT_300_CN", "%M_Myriad MM_x", "PostScript - MM", "Myriad"},
+    const char* instance = "MyriadMM_215_LT_300_CN";  // string 1 of the style table
+    const struct { const char* fondName, *psName, *expected; } cases[] = {  // display|kind|PostScript name
+        {"%MMyriadMM_215 LT 300 CN", instance, "MyriadMM|PostScript - MM|Myriad"},
+        {"%M_Myriad MM_x", instance, "%M_Myriad MM_x|PostScript - MM|Myriad"},
         // "MM" without a later "_" marks nothing; "MM" in the PostScript name does.
-        {"%MMyriadMM", "MyriadMM_215_LT_300_CN", "MyriadMM", "PostScript - MM", "Myriad"},
-        {"%MMyriadMM", "Myriad-Regular", "%MMyriadMM", "", "Myriad-Regular"},
+        {"%MMyriadMM", instance, "MyriadMM|PostScript - MM|Myriad"},
+        {"%MMyriadMM", "Myriad-Regular", "%MMyriadMM||Myriad-Regular"},
+        {"Family", "Foo%MBarMMBaz_1", "Family|PostScript - MM|BarBaz"},  // from the "%M" on
+        {"Family", "Foo%MBar", "Family|PostScript - MM|Bar"},
     };
     for (const auto& c : cases) {
-        Family family(c.fondName, OneStyle({c.psName}));
         Names n;
-        EXPECT_EQ(family.Collect(n), 6) << c.fondName;  // no printer font beside it
-        EXPECT_EQ(n.display.str(), c.display) << c.fondName;
-        EXPECT_EQ(n.kind.str(), c.kind) << c.fondName;
-        EXPECT_EQ(n.psName.str(), c.repaired) << c.fondName;
+        EXPECT_EQ(Family(c.fondName, OneStyle({c.psName})).Collect(n), 6) << c.fondName;  // no printer font beside it
+        EXPECT_EQ(n.display.str() + "|" + n.kind.str() + "|" + n.psName.str(), c.expected) << c.fondName;
     }
 }
 
 TEST(CollectPSMetaDataMac, PrinterFontChunksAreReadUpToTheRules)
 {
     const std::string header = "/FontName /Serif-Bold def\n", familyKey = "/FamilyName (Serif Family) def\n";
+    auto post = [](int16_t id, const std::string& text, size_t size = 0) { return TestResource{"POST", id, std::nullopt, Chunk(text, size)}; };
     using Chunks = std::optional<std::vector<TestResource>>;
-    const struct {
-        const char* what;
-        Chunks chunks;
-        int status;
-        const char* family;  // "" when none was read: the suitcase's file name
-    } cases[] = {
+    const struct { const char* what; Chunks chunks; int status; const char* family; } cases[] = {  // family "": not read
         {"printer font missing", std::nullopt, 6, ""},
-        {"no POST 501", Chunks({{"POST", 502, std::nullopt, Chunk(header + familyKey)}}), -1, ""},
+        {"no POST 501", Chunks({post(502, header + familyKey)}), -1, ""},
         {"empty POST 501", Chunks({{"POST", 501, std::nullopt, {}}}), -1, ""},
-        {"header in 501", Chunks({{"POST", 501, std::nullopt, Chunk(header + familyKey, 2048)}}), 0, "Serif Family"},
-        {"family in 502",
-         Chunks({{"POST", 501, std::nullopt, Chunk(header, 2048)}, {"POST", 502, std::nullopt, Chunk(familyKey)}}), 0,
-         "Serif Family"},
-        {"full-sized 502 ends the walk",
-         Chunks({{"POST", 501, std::nullopt, Chunk(header, 2048)}, {"POST", 502, std::nullopt, Chunk(familyKey, 2048)}}),
-         0, "Family.suit"},
-        {"503 is never read",
-         Chunks({{"POST", 501, std::nullopt, Chunk(header)}, {"POST", 502, std::nullopt, Chunk("x")},
-                 {"POST", 503, std::nullopt, Chunk(familyKey)}}),
-         0, "Family.suit"},
+        {"header in 501", Chunks({post(501, header + familyKey, 2048)}), 0, "Serif Family"},
+        {"family in 502", Chunks({post(501, header, 2048), post(502, familyKey)}), 0, "Serif Family"},
+        {"full-sized 502 ends the walk", Chunks({post(501, header, 2048), post(502, familyKey, 2048)}), 0, "Family.suit"},
+        {"503 is never read", Chunks({post(501, header), post(502, "x"), post(503, familyKey)}), 0, "Family.suit"},
     };
     for (const auto& c : cases) {
         Family family("Serif", OneStyle({"Serif-Bold"}), {}, c.chunks);
         Names n;
         EXPECT_EQ(family.Collect(n), c.status) << c.what;
         EXPECT_EQ(n.family.str(), c.family) << c.what;
-        EXPECT_EQ(n.psName.str(), "Serif-Bold") << c.what;  // from the text or from the FOND
-        EXPECT_EQ(n.printer.str(), family.dir / "SerifBol") << c.what;
-        EXPECT_EQ(n.display.str(), "Serif") << c.what;
+        // The PostScript name from the text or from the FOND; the family's name from the FOND.
+        EXPECT_EQ(n.printer.str() + "|" + n.psName.str() + "|" + n.display.str(), family.dir / "SerifBol|Serif-Bold|Serif") << c.what;
     }
 }
 
@@ -163,16 +139,15 @@ TEST(CollectPSMetaDataMac, NoPrinterFontNeededOrNoFamily)
     Names n;
     n.kind = "TrueType";
     EXPECT_EQ(family.Collect(n), -1);
-    EXPECT_EQ(n.printer.str() + n.psName.str(), "");  // no repair from the FOND
-    EXPECT_EQ(n.kind.str(), "TrueType");
-    EXPECT_EQ(n.display.str(), "Serif");
+    EXPECT_EQ(n.printer.str() + "|" + n.psName.str() + "|" + n.kind.str() + "|" + n.display.str(), "||TrueType|Serif");
 
     ResourceHandle empty;
-    Names m;
-    EXPECT_EQ(CollectPSMetaDataMac(nullptr, "x", family.fond.get(), 0, &m.printer, &m.kind, nullptr, nullptr, nullptr, nullptr, &m.display, nullptr), -1);
-    EXPECT_EQ(CollectPSMetaDataMac(family.file.get(), "x", nullptr, 0, &m.printer, &m.kind, nullptr, nullptr, nullptr, nullptr, &m.display, nullptr), -1);
-    EXPECT_EQ(CollectPSMetaDataMac(family.file.get(), "x", &empty, 0, &m.printer, &m.kind, nullptr, nullptr, nullptr, nullptr, &m.display, nullptr), -1);
-    EXPECT_EQ(m.display.str() + m.kind.str() + m.printer.str(), "");
+    for (auto [file, fond] : {std::pair<const TypeprobeResourceFile*, const ResourceHandle*>{nullptr, family.fond.get()},
+                              {family.file.get(), nullptr}, {family.file.get(), &empty}}) {
+        Names m;
+        EXPECT_EQ(CollectPSMetaDataMac(file, "x", fond, 0, &m.printer, &m.kind, nullptr, nullptr, nullptr, nullptr, &m.display, nullptr), -1);
+        EXPECT_EQ(m.display.str() + m.kind.str() + m.printer.str(), "");
+    }
     Family bitmap("Serif", OneStyle({"Serif-Bold"}), {}, std::vector<TestResource>{{"POST", 501, std::nullopt, Chunk("/FontName /X def")}});
     EXPECT_EQ(CollectPSMetaDataMac(bitmap.file.get(), LxString(bitmap.suitcase), bitmap.fond.get(), 0, nullptr, nullptr,
                                    nullptr, nullptr, nullptr, nullptr, nullptr, nullptr), 0);  // nothing wanted
@@ -192,11 +167,8 @@ TEST(CollectPSMetaData, FallsBackToThePrinterFontAsText)
 TEST(GatherMetaDataFromHandle, SeesZeroBytesAsUnderscores)
 {
     const struct { std::string data; int status; const char* psName; } cases[] = {
-        {"\x01\0/FontName /Abc\0Def def"s, 0, "Abc_Def"},
-        {"\x01\0/FONTNAME /MixedCase def"s, 0, "MixedCase"},
-        {"\x01\0/Weight (Bold)"s, -1, ""},
-        {"", -1, ""},
-    };
+        {"\x01\0/FontName /Abc\0Def def"s, 0, "Abc_Def"}, {"\x01\0/FONTNAME /MixedCase def"s, 0, "MixedCase"},
+        {"\x01\0/Weight (Bold)"s, -1, ""}, {"", -1, ""}};
     for (const auto& c : cases) {
         ResourceHandle handle;
         handle.data = Text(c.data);
@@ -212,11 +184,10 @@ TEST(Collect_sfnt_MetaDataFromPrinterInfo, StopsAtTheFirstNamedResource)
 {
     FondRecipe recipe = OneStyle();
     recipe.entries = {{0, 0, 301}, {0, 0, 300}, {0, 0, 302}, {0, 1, 303}};
-    Family family("Serif", recipe,
-                  {{"sfnt", 300, std::nullopt, Text("typ1 no names")},
-                   {"sfnt", 301, std::nullopt, Text("typ1 /FontName /First def")},
-                   {"sfnt", 302, std::nullopt, Text("typ1 /FontName /Second def")},
-                   {"sfnt", 303, std::nullopt, Text("typ1 nothing")}});
+    std::vector<TestResource> outlines;
+    for (auto [id, text] : {std::pair<int16_t, const char*>{300, "no names"}, {301, "/FontName /First def"}, {302, "/FontName /Second def"}, {303, "none"}})
+        outlines.push_back({"sfnt", id, std::nullopt, Text("typ1 "s + text)});
+    Family family("Serif", recipe, outlines);
     const std::pair<const TypeprobeResourceFile*, int16_t> cases[] = {
         {family.file.get(), 0}, {family.file.get(), 1}, {family.file.get(), 5}, {nullptr, 0}};
     for (auto [file, style] : cases) {
