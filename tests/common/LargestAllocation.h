@@ -7,13 +7,12 @@
 #include <atomic>
 #include <cstddef>
 
-#if defined(__has_feature)
+#if defined(__SANITIZE_ADDRESS__)
+#define TYPEPROBE_TESTS_HAVE_ASAN 1
+#elif defined(__has_feature)
 #if __has_feature(address_sanitizer)
 #define TYPEPROBE_TESTS_HAVE_ASAN 1
 #endif
-#endif
-#if defined(__SANITIZE_ADDRESS__)
-#define TYPEPROBE_TESTS_HAVE_ASAN 1
 #endif
 
 #ifdef TYPEPROBE_TESTS_HAVE_ASAN
@@ -24,14 +23,14 @@ class LargestAllocation {
 public:
     LargestAllocation()
     {
-        largest().store(0);
-        recording().store(Available());
+        largest.store(0);
+        recording.store(Available());
     }
-    ~LargestAllocation() { recording().store(false); }
+    ~LargestAllocation() { recording.store(false); }
     LargestAllocation(const LargestAllocation&) = delete;
     LargestAllocation& operator=(const LargestAllocation&) = delete;
 
-    size_t bytes() const { return largest().load(); }
+    size_t bytes() const { return largest.load(); }
 
     static bool Available()
     {
@@ -44,21 +43,13 @@ public:
     }
 
 private:
-    static std::atomic<size_t>& largest()
-    {
-        static std::atomic<size_t> value{0};
-        return value;
-    }
-    static std::atomic<bool>& recording()
-    {
-        static std::atomic<bool> value{false};
-        return value;
-    }
+    static inline std::atomic<size_t> largest{0};
+    static inline std::atomic<bool> recording{false};
+
     static void onMalloc(const volatile void*, size_t size)
     {
-        if (!recording().load()) return;
-        size_t seen = largest().load();
-        while (size > seen && !largest().compare_exchange_weak(seen, size)) {
+        if (!recording.load()) return;
+        for (size_t seen = largest.load(); size > seen && !largest.compare_exchange_weak(seen, size);) {
         }
     }
     static void onFree(const volatile void*) {}

@@ -1,94 +1,50 @@
-// Test helpers for Mac files on Linux: the corpus, temporary folders, byte
-// builders for resource files and fork containers, extended attributes, and
-// fontTools as an outside reader of resource maps. Header-only, so that the
-// support tests can use it too.
+// Test helpers for Mac files on Linux: the corpus, byte builders for
+// resource files and fork containers, every layout a Mac file reaches a
+// Linux disk in, extended attributes, and fontTools as an outside reader of
+// resource maps. Header-only, so that every test folder can use it.
 #pragma once
 
 #include <gtest/gtest.h>
 #include <sys/xattr.h>
-#include <unistd.h>
 #include <zlib.h>
 
-#include <array>
+#include <algorithm>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <optional>
 #include <sstream>
 #include <string>
 #include <vector>
 
+#include "common/FileIO.h"
+#include "common/Oracle.h"
+#include "common/TempFolder.h"
 #include "resourcefork/ResourceMap.h"
 #include "support/ByteView.h"
 #include "support/ByteWriter.h"
 
 namespace macfixtures {
 
-namespace fs = std::filesystem;
 using Bytes = std::vector<uint8_t>;
+using TempDir = TempFolder;
 
 inline std::string CorpusPath(const std::string& relative)
 {
     return std::string(TYPEPROBE_TEST_DATA_DIR) + "/mac/" + relative;
 }
 
-inline Bytes ReadFile(const std::string& path)
-{
-    std::ifstream in(path, std::ios::binary);
-    return Bytes(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
-}
+inline Bytes ReadFile(const std::string& path) { return testfiles::readFile(path); }
+inline void WriteFile(const std::string& path, const Bytes& bytes) { testfiles::writeFile(path, bytes); }
 
-inline void WriteFile(const std::string& path, const Bytes& bytes)
-{
-    fs::create_directories(fs::path(path).parent_path());
-    std::ofstream out(path, std::ios::binary | std::ios::trunc);
-    out.write(reinterpret_cast<const char*>(bytes.data()), std::streamsize(bytes.size()));
-}
+inline Bytes Text(const std::string& text) { return Bytes(text.begin(), text.end()); }
 
 inline Bytes Slice(const Bytes& bytes, size_t offset, size_t length)
 {
-    return Bytes(bytes.begin() + std::ptrdiff_t(offset),
-                 bytes.begin() + std::ptrdiff_t(offset + length));
+    return Bytes(bytes.begin() + std::ptrdiff_t(offset), bytes.begin() + std::ptrdiff_t(offset + length));
 }
 
-inline uint32_t Crc32(const Bytes& bytes)
-{
-    return uint32_t(crc32(0, bytes.data(), uInt(bytes.size())));
-}
-
-// A fresh folder, removed with everything in it at the end of the test.
-class TempDir {
-public:
-    explicit TempDir(const std::string& base = "")
-    {
-        std::string root = base;
-        if (root.empty()) {
-            const char* env = std::getenv("TMPDIR");
-            root = env && *env ? env : "/tmp";
-        }
-        std::string pattern = root + "/typeprobe-mac-XXXXXX";
-        std::vector<char> buffer(pattern.begin(), pattern.end());
-        buffer.push_back('\0');
-        if (::mkdtemp(buffer.data())) path_ = buffer.data();
-    }
-    ~TempDir()
-    {
-        std::error_code ignored;
-        if (!path_.empty()) fs::remove_all(path_, ignored);
-    }
-    TempDir(const TempDir&) = delete;
-    TempDir& operator=(const TempDir&) = delete;
-
-    bool valid() const { return !path_.empty(); }
-    const std::string& path() const { return path_; }
-    std::string operator/(const std::string& relative) const { return path_ + "/" + relative; }
-
-private:
-    std::string path_;
-};
+inline uint32_t Crc32(const Bytes& bytes) { return uint32_t(crc32(0, bytes.data(), uInt(bytes.size()))); }
 
 // ------------------------------------------------------- a Mac file's parts ---
 
@@ -101,16 +57,9 @@ struct MacParts {
 
     Bytes finderInfo() const  // the 32-byte FInfo + FXInfo
     {
-        ByteWriter w;
-        w.u32(type).u32(creator).zeros(24);
-        return w.take();
+        return ByteWriter().u32(type).u32(creator).zeros(24).take();
     }
 };
-
-inline uint64_t Padded128(uint64_t length)
-{
-    return (length + 127) / 128 * 128;
-}
 
 // The forks of a MacBinary file, found by the format's arithmetic alone.
 inline MacParts PartsOfMacBinary(const Bytes& file)
@@ -126,10 +75,10 @@ inline MacParts PartsOfMacBinary(const Bytes& file)
     v.u32(83, dataLength);
     v.u32(87, resourceLength);
     v.u16(120, secondary);
+    auto padded = [](uint64_t length) { return size_t((length + 127) / 128 * 128); };
     parts.name = std::string(v.chars(2, nameLength));
-    const size_t dataOffset = 128 + Padded128(secondary);
-    parts.data = Slice(file, dataOffset, dataLength);
-    parts.resource = Slice(file, dataOffset + Padded128(dataLength), resourceLength);
+    parts.data = Slice(file, 128 + padded(secondary), dataLength);
+    parts.resource = Slice(file, 128 + padded(secondary) + padded(dataLength), resourceLength);
     return parts;
 }
 
@@ -149,18 +98,10 @@ inline Bytes MacBinaryFile(const MacParts& parts, int version)
 {
     ByteWriter w;
     w.u8(0).pascal(parts.name).zeros(63 - parts.name.size());  // bytes 1..64
-    w.u32(parts.type).u32(parts.creator);                       // 65..72
-    w.u8(0).u8(0);                                              // Finder flags, zero byte 74
-    w.u16(0).u16(0).u16(0).u8(0);                               // position, folder, protected
-    w.u8(0);                                                    // zero byte 82
-    w.u32(uint32_t(parts.data.size())).u32(uint32_t(parts.resource.size()));  // 83, 87
-    w.u32(0).u32(0);                                            // dates, 91..98
-    w.zeros(128 - w.size());
+    w.u32(parts.type).u32(parts.creator).zeros(10);             // 65..82: flags, position, folder
+    w.u32(uint32_t(parts.data.size())).u32(uint32_t(parts.resource.size())).zeros(128 - 91);
     Bytes head = w.take();
-    if (version == 3) {
-        const char signature[] = "mBIN";
-        std::copy(signature, signature + 4, head.begin() + 102);
-    }
+    if (version == 3) std::copy_n("mBIN", 4, head.begin() + 102);
     if (version >= 2) {
         head[122] = version == 3 ? 130 : 129;
         head[123] = 129;
@@ -168,10 +109,8 @@ inline Bytes MacBinaryFile(const MacParts& parts, int version)
         head[124] = uint8_t(crc >> 8);
         head[125] = uint8_t(crc);
     }
-    w = ByteWriter();
-    w.bytes(ByteView(head));
-    w.bytes(ByteView(parts.data)).pad(128).bytes(ByteView(parts.resource)).pad(128);
-    return w.take();
+    return ByteWriter().bytes(ByteView(head)).bytes(ByteView(parts.data)).pad(128)
+        .bytes(ByteView(parts.resource)).pad(128).take();
 }
 
 struct Entry {
@@ -180,8 +119,7 @@ struct Entry {
 };
 
 // An AppleSingle or AppleDouble file with the entries laid out in order.
-inline Bytes AppleContainer(uint32_t magic, const std::string& filler,
-                            const std::vector<Entry>& entries)
+inline Bytes AppleContainer(uint32_t magic, const std::string& filler, const std::vector<Entry>& entries)
 {
     ByteWriter w;
     w.u32(magic).u32(0x00020000).bytes(filler.substr(0, 16)).zeros(16 - std::min<size_t>(16, filler.size()));
@@ -197,11 +135,8 @@ inline Bytes AppleContainer(uint32_t magic, const std::string& filler,
 
 inline Bytes AppleSingleFile(const MacParts& parts)
 {
-    return AppleContainer(0x00051600, "",
-                          {{3, Bytes(parts.name.begin(), parts.name.end())},
-                           {9, parts.finderInfo()},
-                           {1, parts.data},
-                           {2, parts.resource}});
+    return AppleContainer(0x00051600, "", {{3, Text(parts.name)}, {9, parts.finderInfo()},
+                                           {1, parts.data}, {2, parts.resource}});
 }
 
 // A sidecar as netatalk and older tools write it.
@@ -215,22 +150,17 @@ inline Bytes PlainAppleDouble(const MacParts& parts)
 // the file's extended attributes (an "ATTR" block with absolute offsets).
 inline Bytes MacOSXDotUnderscore(const MacParts& parts)
 {
-    constexpr uint32_t kFinderInfoLength = 3760;
-    constexpr uint32_t kEntryStart = 50;
-    const std::string name = "com.apple.quarantine";
-    const std::string value = "0081;00000000;Safari;";
+    constexpr uint32_t kFinderInfoLength = 3760, kEntryStart = 50;
+    const std::string name = "com.apple.quarantine", value = "0081;00000000;Safari;";
+    const uint32_t dataStart = kEntryStart + 34 + 36 + 12 + uint32_t(name.size()) + 1 + 3;
     ByteWriter info;
     info.bytes(ByteView(parts.finderInfo())).u16(0);  // 32 bytes, 2 of padding
-    const uint32_t attrStart = kEntryStart + 34;
-    const uint32_t dataStart = attrStart + 36 + 12 + uint32_t(name.size()) + 1 + 3;
     info.tag("ATTR").u32(0).u32(kEntryStart + kFinderInfoLength).u32(dataStart)
         .u32(uint32_t(value.size())).zeros(12).u16(0).u16(1);
-    info.u32(dataStart).u32(uint32_t(value.size())).u16(0).u8(uint8_t(name.size() + 1))
-        .bytes(name).u8(0);
-    info.pad(4).bytes(value).zeros(kFinderInfoLength - info.size() - value.size());
-    Bytes finder = info.take();
-    finder.resize(kFinderInfoLength);
-    return AppleContainer(0x00051607, "Mac OS X        ", {{9, finder}, {2, parts.resource}});
+    info.u32(dataStart).u32(uint32_t(value.size())).u16(0).u8(uint8_t(name.size() + 1)).bytes(name).u8(0);
+    info.pad(4).bytes(value);
+    info.zeros(kFinderInfoLength - info.size());
+    return AppleContainer(0x00051607, "Mac OS X        ", {{9, info.take()}, {2, parts.resource}});
 }
 
 // netatalk's metadata attribute: an AppleDouble header with Finder info and
@@ -260,39 +190,24 @@ inline Bytes ResourceFile(const std::vector<TestResource>& resources)
         if (std::find(types.begin(), types.end(), r.type) == types.end()) types.push_back(r.type);
     ByteWriter data, typeList, refs, names;
     typeList.u16(uint16_t(types.size() - 1));
-    const size_t refsStart = 2 + 8 * types.size();
     for (const auto& type : types) {
-        size_t count = 0;
-        for (const auto& r : resources) count += r.type == type;
-        ByteWriter code;
-        code.bytes(type);
-        uint32_t tag = 0;
-        code.view().tag(0, tag);
-        typeList.u32(tag).u16(uint16_t(count - 1)).u16(uint16_t(refsStart + refs.size()));
+        const auto count = std::count_if(resources.begin(), resources.end(), [&](auto& r) { return r.type == type; });
+        typeList.bytes(type).u16(uint16_t(count - 1)).u16(uint16_t(2 + 8 * types.size() + refs.size()));
         for (const auto& r : resources) {
             if (r.type != type) continue;
-            uint16_t nameOffset = 0xFFFF;
-            if (r.name) {
-                nameOffset = uint16_t(names.size());
-                names.pascal(*r.name);
-            }
-            refs.u16(uint16_t(r.id)).u16(nameOffset).u8(r.attributes).u24(uint32_t(data.size())).u32(0);
+            refs.u16(uint16_t(r.id)).u16(r.name ? uint16_t(names.size()) : 0xFFFF);
+            refs.u8(r.attributes).u24(uint32_t(data.size())).u32(0);
+            if (r.name) names.pascal(*r.name);
             data.u32(uint32_t(r.data.size())).bytes(ByteView(r.data));
         }
     }
-    const uint32_t mapOffset = uint32_t(256 + data.size());
     const uint32_t mapLength = uint32_t(28 + typeList.size() + refs.size() + names.size());
     ByteWriter w;
-    w.u32(256).u32(mapOffset).u32(uint32_t(data.size())).u32(mapLength).zeros(240);
+    w.u32(256).u32(uint32_t(256 + data.size())).u32(uint32_t(data.size())).u32(mapLength).zeros(240);
     w.bytes(data.view()).zeros(16).u32(0).u16(0).u16(0).u16(28);
     w.u16(uint16_t(28 + typeList.size() + refs.size()));
     w.bytes(typeList.view()).bytes(refs.view()).bytes(names.view());
     return w.take();
-}
-
-inline Bytes Text(const std::string& text)
-{
-    return Bytes(text.begin(), text.end());
 }
 
 // One line per resource, in map order: type, ID, name, length, CRC-32.
@@ -300,12 +215,10 @@ inline std::string Listing(const ResourceMap& map)
 {
     std::ostringstream out;
     for (const ResourceRecord& r : map.records()) {
-        char line[64];
-        out << fourCCString(r.type) << ' ' << r.id << ' '
-            << (r.hasName ? "\"" + r.name + "\"" : std::string("-"));
+        char line[32];
         std::snprintf(line, sizeof line, " %u %08x\n", unsigned(r.data.size()),
                       unsigned(crc32(0, r.data.data(), uInt(r.data.size()))));
-        out << line;
+        out << fourCCString(r.type) << ' ' << r.id << ' ' << (r.hasName ? "\"" + r.name + "\"" : "-") << line;
     }
     return out.str();
 }
@@ -322,16 +235,12 @@ inline bool SetAttribute(const std::string& path, const std::string& name, const
 // when there is none.
 inline std::string AttributeFolder(size_t size)
 {
-    std::vector<std::string> bases;
     const char* env = std::getenv("TMPDIR");
-    bases.push_back(env && *env ? env : "/tmp");
-    bases.push_back("/dev/shm");
-    for (const auto& base : bases) {
+    for (std::string base : {std::string(env && *env ? env : "/tmp"), std::string("/dev/shm")}) {
         TempDir probe(base);
         if (!probe.valid()) continue;
-        std::string file = probe / "probe";
-        WriteFile(file, {});
-        if (SetAttribute(file, "user.typeprobe.probe", Bytes(size, 0x5A))) return base;
+        WriteFile(probe / "probe", {});
+        if (SetAttribute(probe / "probe", "user.typeprobe.probe", Bytes(size, 0x5A))) return base;
     }
     return {};
 }
@@ -353,10 +262,10 @@ enum class Layout {
 };
 
 inline const Layout kLayouts[] = {Layout::MacBinaryIII,   Layout::MacBinaryII,     Layout::MacBinaryI,
-                           Layout::BinSibling,     Layout::AppleSingle,     Layout::DotUnderscore,
-                           Layout::MacOSXDotUnderscore, Layout::NetatalkFolder,
-                           Layout::MacOSXZipFolder, Layout::AppleAttributes,
-                           Layout::NetatalkAttributes};
+                                  Layout::BinSibling,     Layout::AppleSingle,     Layout::DotUnderscore,
+                                  Layout::MacOSXDotUnderscore, Layout::NetatalkFolder,
+                                  Layout::MacOSXZipFolder, Layout::AppleAttributes,
+                                  Layout::NetatalkAttributes};
 
 inline const char* LayoutName(Layout layout)
 {
@@ -377,45 +286,26 @@ inline bool UsesAttributes(Layout layout)
 inline std::string Place(Layout layout, const MacParts& parts, const Bytes& original, const TempDir& dir)
 {
     const std::string path = dir / ("fonts/" + parts.name);
+    const std::string sidecar = dir / ("fonts/._" + parts.name);
     switch (layout) {
-    case Layout::MacBinaryIII:
-        WriteFile(path, original);
-        break;
-    case Layout::MacBinaryII:
-        WriteFile(path, MacBinaryFile(parts, 2));
-        break;
-    case Layout::MacBinaryI:
-        WriteFile(path, MacBinaryFile(parts, 1));
-        break;
-    case Layout::BinSibling:
-        WriteFile(path + ".bin", original);
-        break;
-    case Layout::AppleSingle:
-        WriteFile(path, AppleSingleFile(parts));
-        break;
-    case Layout::DotUnderscore:
-        WriteFile(path, parts.data);
-        WriteFile(dir / ("fonts/._" + parts.name), PlainAppleDouble(parts));
-        break;
-    case Layout::MacOSXDotUnderscore:
-        WriteFile(path, parts.data);
-        WriteFile(dir / ("fonts/._" + parts.name), MacOSXDotUnderscore(parts));
-        break;
-    case Layout::NetatalkFolder:
-        WriteFile(path, parts.data);
-        WriteFile(dir / ("fonts/.AppleDouble/" + parts.name), PlainAppleDouble(parts));
-        break;
-    case Layout::MacOSXZipFolder:
-        WriteFile(path, parts.data);
-        WriteFile(dir / ("__MACOSX/fonts/._" + parts.name), MacOSXDotUnderscore(parts));
-        break;
+    case Layout::MacBinaryIII: WriteFile(path, original); return path;
+    case Layout::MacBinaryII: WriteFile(path, MacBinaryFile(parts, 2)); return path;
+    case Layout::MacBinaryI: WriteFile(path, MacBinaryFile(parts, 1)); return path;
+    case Layout::BinSibling: WriteFile(path + ".bin", original); return path;
+    case Layout::AppleSingle: WriteFile(path, AppleSingleFile(parts)); return path;
+    default: break;
+    }
+    WriteFile(path, parts.data);
+    switch (layout) {
+    case Layout::DotUnderscore: WriteFile(sidecar, PlainAppleDouble(parts)); break;
+    case Layout::MacOSXDotUnderscore: WriteFile(sidecar, MacOSXDotUnderscore(parts)); break;
+    case Layout::NetatalkFolder: WriteFile(dir / ("fonts/.AppleDouble/" + parts.name), PlainAppleDouble(parts)); break;
+    case Layout::MacOSXZipFolder: WriteFile(dir / ("__MACOSX/fonts/._" + parts.name), MacOSXDotUnderscore(parts)); break;
     case Layout::AppleAttributes:
-        WriteFile(path, parts.data);
         EXPECT_TRUE(SetAttribute(path, "user.com.apple.ResourceFork", parts.resource));
         EXPECT_TRUE(SetAttribute(path, "user.com.apple.FinderInfo", parts.finderInfo()));
         break;
-    case Layout::NetatalkAttributes:
-        WriteFile(path, parts.data);
+    default:
         EXPECT_TRUE(SetAttribute(path, "user.org.netatalk.ResourceFork", parts.resource));
         EXPECT_TRUE(SetAttribute(path, "user.org.netatalk.Metadata", NetatalkMetadata(parts)));
         break;
@@ -427,9 +317,9 @@ inline std::string Place(Layout layout, const MacParts& parts, const Bytes& orig
 
 // Lists a resource file the way Listing() does, read by fontTools. Modes:
 // "raw" (the whole file), "range" (bytes offset..offset+length), "xattr"
-// (the value of an extended attribute), and
-// "macbinary" (checks the header CRC with binascii and reads the resource
-// fork where the format puts it; prints "crc ok" or "crc bad" first).
+// (the value of an extended attribute), and "macbinary" (checks the header
+// CRC with binascii and reads the resource fork where the format puts it;
+// prints "crc ok" or "crc bad" first).
 inline const char* kFontToolsScript = R"PY(
 import binascii, io, os, struct, sys, zlib
 from fontTools.misc.macRes import ResourceReader
@@ -454,15 +344,9 @@ for t in reader.keys():
         print('%s %d %s %d %08x' % (t, r.id, name, len(r.data), zlib.crc32(r.data)))
 )PY";
 
-inline std::string Python()
-{
-    return ::access("/usr/bin/python3", X_OK) == 0 ? "/usr/bin/python3" : "python3";
-}
-
 inline bool FontToolsAvailable()
 {
-    std::string command = Python() + " -c 'import fontTools.misc.macRes' 2>/dev/null";
-    return std::system(command.c_str()) == 0;
+    return std::system("/usr/bin/python3 -c 'import fontTools.misc.macRes' 2>/dev/null") == 0;
 }
 
 inline std::string ShellQuote(const std::string& text)
@@ -474,16 +358,10 @@ inline std::string ShellQuote(const std::string& text)
 
 inline std::string FontToolsListing(const std::vector<std::string>& arguments)
 {
-    std::string command = Python() + " -c " + ShellQuote(kFontToolsScript);
+    std::string command = "/usr/bin/python3 -c " + ShellQuote(kFontToolsScript);
     for (const auto& a : arguments) command += " " + ShellQuote(a);
-    command += " 2>&1";
     std::string output;
-    if (FILE* pipe = ::popen(command.c_str(), "r")) {
-        std::array<char, 4096> buffer;
-        size_t got;
-        while ((got = std::fread(buffer.data(), 1, buffer.size(), pipe)) > 0) output.append(buffer.data(), got);
-        ::pclose(pipe);
-    }
+    for (const std::string& line : oracle::lines(command + " 2>&1")) output += line + "\n";
     return output;
 }
 

@@ -1,4 +1,4 @@
-// Builds small sfnt fonts and collections byte by byte for tests.
+// Builds small sfnt fonts, collections and naming tables byte by byte.
 #pragma once
 
 #include <string>
@@ -20,31 +20,30 @@ inline uint32_t tagValue(const std::string& tag)
     return value;
 }
 
+// The sum of the bytes' big-endian words, the last one zero-padded.
 inline uint32_t paddedSum(const std::string& bytes)
 {
     uint32_t sum = 0;
-    for (size_t at = 0; at < bytes.size(); at += 4) {
-        uint32_t word = 0;
-        for (size_t i = 0; i < 4; ++i)
-            word = (word << 8) | (at + i < bytes.size() ? uint8_t(bytes[at + i]) : 0);
-        sum += word;
-    }
+    for (size_t at = 0; at < bytes.size(); at += 4) sum += tagValue(bytes.substr(at, 4));
     return sum;
+}
+
+inline uint32_t paddedLength(const std::string& bytes)
+{
+    return (uint32_t(bytes.size()) + 3) & ~3u;
 }
 
 // An sfnt whose tables follow the directory back to back, each padded to 4
 // bytes. `base` is added to every table offset (for collections).
 inline void appendSfnt(ByteWriter& out, uint32_t version, const std::vector<Table>& tables,
-                       uint32_t base = 0, bool writeTables = true)
+                       uint32_t base = 0)
 {
     out.u32(version).u16(uint16_t(tables.size())).u16(0).u16(0).u16(0);
     uint32_t offset = base + 12 + 16 * uint32_t(tables.size());
     for (const Table& table : tables) {
-        out.u32(tagValue(table.tag)).u32(paddedSum(table.bytes)).u32(offset)
-            .u32(uint32_t(table.bytes.size()));
-        offset += (uint32_t(table.bytes.size()) + 3) & ~3u;
+        out.u32(tagValue(table.tag)).u32(paddedSum(table.bytes)).u32(offset).u32(uint32_t(table.bytes.size()));
+        offset += paddedLength(table.bytes);
     }
-    if (!writeTables) return;
     for (const Table& table : tables) out.bytes(table.bytes).pad(4);
 }
 
@@ -71,13 +70,12 @@ inline std::vector<uint8_t> collection(const std::vector<std::vector<Table>>& fa
 {
     ByteWriter out;
     out.tag("ttcf").u32(version).u32(uint32_t(faces.size()));
-    uint32_t offset = 12 + 4 * uint32_t(faces.size());
     std::vector<uint32_t> starts;
+    uint32_t offset = 12 + 4 * uint32_t(faces.size());
     for (const auto& face : faces) {
         starts.push_back(offset);
-        uint32_t size = 12 + 16 * uint32_t(face.size());
-        for (const auto& table : face) size += (uint32_t(table.bytes.size()) + 3) & ~3u;
-        offset += size;
+        offset += 12 + 16 * uint32_t(face.size());
+        for (const auto& table : face) offset += paddedLength(table.bytes);
     }
     for (uint32_t start : starts) out.u32(start);
     for (size_t i = 0; i < faces.size(); ++i) appendSfnt(out, 0x00010000, faces[i], starts[i]);
@@ -89,14 +87,11 @@ struct NameRecord {
     std::string bytes;  // as stored: UTF-16BE for double-byte records
 };
 
-// UTF-16BE bytes of an ASCII or Latin-1 text given as UTF-16 units.
+// UTF-16BE bytes of a text given as UTF-16 units.
 inline std::string utf16be(const std::u16string& text)
 {
     std::string out;
-    for (char16_t unit : text) {
-        out.push_back(char(unit >> 8));
-        out.push_back(char(unit & 0xFF));
-    }
+    for (char16_t unit : text) out += {char(unit >> 8), char(unit & 0xFF)};
     return out;
 }
 

@@ -1,5 +1,5 @@
-// A fresh folder under the temporary directory, removed with everything in
-// it when the test ends.
+// A fresh folder under `base` (by default the temporary directory), removed
+// with everything in it, locked or not, when the test ends.
 #pragma once
 
 #include <fcntl.h>
@@ -13,10 +13,10 @@
 
 class TempFolder {
 public:
-    TempFolder()
+    explicit TempFolder(const std::string& base = "")
     {
-        const char* base = std::getenv("TMPDIR");
-        std::string pattern = std::string(base && *base ? base : "/tmp") + "/typeprobe-XXXXXX";
+        const char* env = std::getenv("TMPDIR");
+        std::string pattern = (!base.empty() ? base : env && *env ? env : "/tmp") + "/typeprobe-XXXXXX";
         if (mkdtemp(pattern.data())) path_ = pattern;
     }
     ~TempFolder()
@@ -26,6 +26,7 @@ public:
     TempFolder(const TempFolder&) = delete;
     TempFolder& operator=(const TempFolder&) = delete;
 
+    bool valid() const { return !path_.empty(); }
     const std::string& path() const { return path_; }
     // The absolute path of `relative` inside the folder.
     std::string operator/(const std::string& relative) const { return path_ + "/" + relative; }

@@ -1,152 +1,91 @@
+// Which of a naming table's records fills each output, and what hostile
+// records read as.
+#include "fontfiles/NamingTable.h"
+
 #include <gtest/gtest.h>
 
 #include "common/SfntBuilder.h"
-#include "fontfiles/NamingTable.h"
 
 namespace {
 
 using testfonts::NameRecord;
-using testfonts::utf16be;
-
-struct Names {
-    LxString foundry, family, version, postScriptName, displayName, fullName;
-    int result = 0;
-};
-
-Names read(const std::vector<NameRecord>& records)
-{
-    auto font = testfonts::fontWithNames(records);
-    Names n;
-    n.result = getMetaDataFromNamesTable(ByteView(font.data(), font.size()), nullptr, nullptr, 0,
-                                         &n.foundry, &n.family, &n.version, &n.postScriptName,
-                                         &n.displayName, &n.fullName);
-    return n;
-}
 
 NameRecord win(uint16_t id, const std::u16string& text, uint16_t language = 0x409)
 {
-    return {3, 1, language, id, utf16be(text)};
+    return {3, 1, language, id, testfonts::utf16be(text)};
 }
 
-NameRecord mac(uint16_t id, const std::string& text, uint16_t language = 0)
+NameRecord mac(uint16_t id, const std::string& text) { return {1, 0, 0, id, text}; }
+
+// "foundry|family|version|postScriptName|displayName|fullName".
+std::string Read(const std::vector<uint8_t>& font)
 {
-    return {1, 0, language, id, text};
+    LxString out[6];
+    getMetaDataFromNamesTable(ByteView(font.data(), font.size()), nullptr, nullptr, 0, &out[0], &out[1], &out[2],
+                              &out[3], &out[4], &out[5]);
+    return out[0].str() + "|" + out[1].str() + "|" + out[2].str() + "|" + out[3].str() + "|" + out[4].str() + "|" + out[5].str();
 }
 
-TEST(NamingTable, WindowsEnglishRecordsFillEveryOutput)
+TEST(NamingTable, EachOutputComesFromThePreferredRecord)
 {
-    Names n = read({win(1, u"Foo"), win(4, u"Foo Bold"), win(5, u"Version 1.002"),
-                    win(6, u"Foo-Bold"), win(8, u"Foundry Inc.")});
-    EXPECT_EQ(n.result, 1);
-    EXPECT_EQ(n.family.str(), "Foo");
-    EXPECT_EQ(n.fullName.str(), "Foo Bold");
-    EXPECT_EQ(n.version.str(), "Version 1.002");
-    EXPECT_EQ(n.postScriptName.str(), "Foo-Bold");
-    EXPECT_EQ(n.displayName.str(), "Foo-Bold");
-    EXPECT_EQ(n.foundry.str(), "Foundry Inc.");
+    const struct { const char* what; std::vector<NameRecord> records; std::string expected; } cases[] = {
+        {"Windows English", {win(1, u"Foo"), win(4, u"Foo Bold"), win(5, u"Version 1.002"), win(6, u"Foo-Bold"), win(8, u"Foundry Inc.")},
+         "Foundry Inc.|Foo|Version 1.002|Foo-Bold|Foo-Bold|Foo Bold"},
+        {"a Mac English record ends overwriting", {mac(1, "MacFamily"), mac(4, "Mac Full"), win(1, u"WinFamily"), win(4, u"Win Full"), win(6, u"Win-PS")},
+         "|MacFamily||Win-PS|Win-PS|Mac Full"},
+        {"other languages fill empty slots", {win(1, u"Deutsch", 0x407), win(4, u"Voll", 0x407), win(1, u"English")},
+         "|English||Voll|Voll|Voll"},
+        {"Mac Roman high and control bytes", {mac(1, "Caf\x8E"), mac(4, "Tab\there")}, "|Caf?||Tab?here|Tab?here|Tab?here"},
+        {"a non-ASCII PostScript name is dropped", {win(6, u"\u00DCn\u00EFcode"), win(4, u"Unicode Full")},
+         "|||Unicode Full|Unicode Full|Unicode Full"},
+        {"a later typographic family wins", {win(1, u"Foo"), win(16, u"Foo Pro")}, "|Foo Pro||||"},
+        {"a later family wins", {win(16, u"Foo Pro"), win(1, u"Foo")}, "|Foo||||"},
+        {"a typographic family in another language", {win(1, u"Foo"), win(16, u"Foo Pro", 0x407)}, "|Foo||||"},
+        {"copyright for a missing manufacturer", {win(0, u"(c) Someone")}, "(c) Someone|||||"},
+        {"manufacturer before copyright", {win(0, u"(c) Someone"), win(8, u"Maker")}, "Maker|||||"},
+        {"lengths are capped", {mac(4, std::string(3000, 'a'))},
+         "|||" + std::string(1023, 'a') + "|" + std::string(1023, 'a') + "|" + std::string(1023, 'a')},
+        {"Shift-JIS, and the encoding sticks", {{0, 0, 11, 1, "\x93\xFA\x96\x7B"}, mac(4, "\x93\xFA")},
+         "|\xE6\x97\xA5\xE6\x9C\xAC||\xE6\x97\xA5|\xE6\x97\xA5|\xE6\x97\xA5"},
+    };
+    for (const auto& c : cases) EXPECT_EQ(Read(testfonts::fontWithNames(c.records)), c.expected) << c.what;
 }
 
-TEST(NamingTable, AMacEnglishRecordEndsOverwriting)
+TEST(NamingTable, HostileRecords)
 {
-    Names n = read({mac(1, "MacFamily"), mac(4, "Mac Full"), win(1, u"WinFamily"),
-                    win(4, u"Win Full"), win(6, u"Win-PS")});
-    EXPECT_EQ(n.family.str(), "MacFamily");
-    EXPECT_EQ(n.fullName.str(), "Mac Full");
-    EXPECT_EQ(n.postScriptName.str(), "Win-PS");  // an empty slot is still filled
+    const auto base = testfonts::fontWithNames({mac(4, "abc"), mac(1, "Fam")});
+    const size_t table = 12 + 16, first = table + 6, second = first + 12;
+    const struct { const char* what; size_t at; std::vector<uint8_t> bytes; std::string expected; } cases[] = {
+        {"a length of 0x8000 or more is negative: empty", first + 8, {0x80, 0x03}, "|Fam||||"},
+        // Intended: a negative offset reads from before the string storage,
+        // here the second record's length and offset (3, 0, 3, cut at the 0).
+        {"a negative offset", first + 10, {0xFF, 0xFD}, "|Fam||?|?|?"},
+        {"a string past the font is empty", second + 10, {0x01, 0x00}, "|||abc|abc|abc"},
+        {"a count past the records stops at the font's end", table + 2, {0x7F}, "|Fam||abc|abc|abc"},
+        {"string storage past the font", table + 4, {0x7F}, "|||||"},
+    };
+    for (const auto& c : cases) {
+        auto font = base;
+        std::copy(c.bytes.begin(), c.bytes.end(), font.begin() + std::ptrdiff_t(c.at));
+        EXPECT_EQ(Read(font), c.expected) << c.what;
+    }
+    for (size_t size = 0; size <= base.size(); ++size)  // no read past the buffer
+        Read(std::vector<uint8_t>(base.begin(), base.begin() + std::ptrdiff_t(size)));
 }
 
-TEST(NamingTable, OtherLanguagesOnlyFillEmptySlots)
-{
-    Names n = read({win(1, u"Deutsch", 0x407), win(4, u"Voll", 0x407), win(1, u"English")});
-    EXPECT_EQ(n.family.str(), "English");
-    EXPECT_EQ(n.fullName.str(), "Voll");
-}
-
-TEST(NamingTable, MacRomanHighBytesBecomeQuestionMarks)
-{
-    Names n = read({mac(1, "Caf\x8E"), mac(4, "Tab\there")});
-    EXPECT_EQ(n.family.str(), "Caf?");
-    EXPECT_EQ(n.fullName.str(), "Tab?here");
-}
-
-TEST(NamingTable, NonAsciiPostScriptNamesAreDroppedForTheFullName)
-{
-    Names n = read({win(6, u"\u00DCn\u00EFcode"), win(4, u"Unicode Full")});
-    EXPECT_EQ(n.postScriptName.str(), "Unicode Full");
-    EXPECT_EQ(n.fullName.str(), "Unicode Full");
-    EXPECT_EQ(n.displayName.str(), "Unicode Full");
-}
-
-TEST(NamingTable, RecordOrderDecidesThePreferredFamily)
-{
-    EXPECT_EQ(read({win(1, u"Foo"), win(16, u"Foo Pro")}).family.str(), "Foo Pro");
-    EXPECT_EQ(read({win(16, u"Foo Pro"), win(1, u"Foo")}).family.str(), "Foo");
-    // A typographic family in another language fills only an empty slot.
-    EXPECT_EQ(read({win(1, u"Foo"), win(16, u"Foo Pro", 0x407)}).family.str(), "Foo");
-}
-
-TEST(NamingTable, ManufacturerFallsBackToCopyright)
-{
-    EXPECT_EQ(read({win(0, u"(c) Someone")}).foundry.str(), "(c) Someone");
-    EXPECT_EQ(read({win(0, u"(c) Someone"), win(8, u"Maker")}).foundry.str(), "Maker");
-}
-
-TEST(NamingTable, LengthsAreCappedAndNegativeOnesAreEmpty)
-{
-    std::string longName(3000, 'a');
-    Names n = read({mac(4, longName)});
-    EXPECT_EQ(n.fullName.length(), 1023u);
-
-    auto font = testfonts::fontWithNames({mac(4, "abc"), mac(1, "Fam")});
-    // First record's length field: 0x8000 reads as negative.
-    const size_t nameTable = 12 + 16;
-    font[nameTable + 6 + 8] = 0x80;
-    Names m;
-    getMetaDataFromNamesTable(ByteView(font.data(), font.size()), nullptr, nullptr, 0, nullptr,
-                              &m.family, nullptr, nullptr, nullptr, &m.fullName);
-    EXPECT_EQ(m.fullName.str(), "");
-    EXPECT_EQ(m.family.str(), "Fam");
-}
-
-TEST(NamingTable, ShiftJISRecordsAreDecodedAndTheEncodingSticks)
-{
-    // "日本" in Shift-JIS, in a single-byte Japanese record (platform 0).
-    Names n = read({{0, 0, 11, 1, "\x93\xFA\x96\x7B"}, mac(4, "\x93\xFA")});
-    EXPECT_EQ(n.family.str(), "\xE6\x97\xA5\xE6\x9C\xAC");
-    EXPECT_EQ(n.fullName.str(), "\xE6\x97\xA5");  // read as Shift-JIS too
-}
-
-TEST(NamingTable, MissingOrBrokenTablesLeaveOutputs)
+TEST(NamingTable, ResultCodes)
 {
     LxString family("kept");
     auto font = testfonts::sfnt(0x00010000, {{"head", "1234"}});
-    EXPECT_EQ(getMetaDataFromNamesTable(ByteView(font.data(), font.size()), nullptr, nullptr, 0,
-                                        nullptr, &family, nullptr, nullptr, nullptr, nullptr),
-              0);
+    EXPECT_EQ(getMetaDataFromNamesTable(ByteView(font.data(), font.size()), nullptr, nullptr, 0, nullptr, &family,
+                                        nullptr, nullptr, nullptr, nullptr), 0);
     EXPECT_EQ(family.str(), "kept");
-
-    // A count far beyond the table's records stops at the font's end.
-    font = testfonts::fontWithNames({win(1, u"Foo")});
-    font[12 + 16 + 2] = 0x7F;
-    EXPECT_EQ(getMetaDataFromNamesTable(ByteView(font.data(), font.size()), nullptr, nullptr, 0,
-                                        nullptr, &family, nullptr, nullptr, nullptr, nullptr),
-              1);
-    EXPECT_EQ(family.str(), "Foo");
-}
-
-TEST(NamingTable, EveryTruncationIsRefusedCleanly)
-{
-    auto font = testfonts::fontWithNames({win(1, u"Family"), mac(4, "Full"), win(6, u"PS")});
-    for (size_t size = 0; size <= font.size(); ++size) {
-        Names n;
-        getMetaDataFromNamesTable(ByteView(font.data(), size), nullptr, nullptr, 0, &n.foundry,
-                                  &n.family, &n.version, &n.postScriptName, &n.displayName,
-                                  &n.fullName);
-    }
+    font = testfonts::fontWithNames({});
+    EXPECT_EQ(getMetaDataFromNamesTable(ByteView(font.data(), font.size()), nullptr, nullptr, 0, nullptr, &family,
+                                        nullptr, nullptr, nullptr, nullptr), 0);
+    font = testfonts::fontWithNames({win(1, u"Family"), win(6, u"PS")});
     std::string name;
-    EXPECT_EQ(getPostScriptNameFromNamesTable(ByteView(font.data(), font.size()), nullptr, nullptr,
-                                              0, name),
-              1);
+    EXPECT_EQ(getPostScriptNameFromNamesTable(ByteView(font.data(), font.size()), nullptr, nullptr, 0, name), 1);
     EXPECT_EQ(name, "PS");
 }
 

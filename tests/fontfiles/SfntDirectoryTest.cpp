@@ -1,156 +1,118 @@
+// Table lookup in an sfnt directory, the platform verdict and the kerning
+// checksum, each bounded by the buffer.
+#include "fontfiles/SfntDirectory.h"
+
 #include <gtest/gtest.h>
 
 #include "common/SfntBuilder.h"
-#include "fontfiles/SfntDirectory.h"
 #include "fontfiles/SfntPlatform.h"
 
 namespace {
 
+using Font = std::vector<uint8_t>;
 using testfonts::Table;
 
-ByteView view(const std::vector<uint8_t>& bytes)
+ByteView view(const Font& bytes) { return ByteView(bytes.data(), bytes.size()); }
+
+// The font with `extra` zero bytes after it and a 32-bit value put at `at`.
+Font Patched(Font font, size_t extra = 0, size_t at = 0, uint32_t value = 0)
 {
-    return ByteView(bytes.data(), bytes.size());
+    font.resize(font.size() + extra);
+    for (size_t i = 0; at && i < 4; ++i) font[at + i] = uint8_t(value >> (24 - 8 * i));
+    return font;
 }
 
-TEST(FindSpecifiedTable, FindsTablesByExactTagOnly)
+TEST(FindSpecifiedTable, ExactTagsInsideTheBuffer)
 {
-    auto font = testfonts::sfnt(0x00010000, {{"OS/2", "abcd"}, {"name", "efgh"}});
-    auto os2 = FindSpecifiedTable(view(font), "OS/2");
+    const Font two = testfonts::sfnt(0x00010000, {{"OS/2", "abcd"}, {"name", "efgh"}});
+    const Font bare = testfonts::sfnt(0x00010000, {{"kern", ""}});  // 28 bytes: nothing after the entry
+    const Font head = Patched(testfonts::sfnt(0x00010000, {{"head", "1234"}}));
+    const struct { const char* what; Font font; const char* tag; bool found; } cases[] = {
+        {"exact tag", two, "name", true},
+        {"case matters", two, "NAME", false},
+        {"case matters with a slash", two, "os/2", false},
+        {"a tag with a NUL ends there", testfonts::sfnt(0x00010000, {{std::string("ab\0\0", 4), "data"}}), "ab", true},
+        {"not past the NUL", testfonts::sfnt(0x00010000, {{std::string("ab\0\0", 4), "data"}}), "ab\x01", false},
+        {"the buffer must reach past the entry", bare, "kern", false},
+        {"one byte past the entry", Patched(bare, 1), "kern", true},
+        {"twelve bytes find nothing", Font(bare.begin(), bare.begin() + 12), "kern", false},
+        {"a negative count", [&] { Font f = head; f[4] = 0x80; return f; }(), "head", false},
+        {"a huge count is bounded by the buffer", [&] { Font f = head; f[4] = 0x7F; f[5] = 0xFF; return f; }(), "head", true},
+        {"and finds nothing else", [&] { Font f = head; f[4] = 0x7F; f[5] = 0xFF; return f; }(), "glyf", false},
+    };
+    for (const auto& c : cases) EXPECT_EQ(bool(FindSpecifiedTable(view(c.font), c.tag)), c.found) << c.what;
+
+    auto os2 = FindSpecifiedTable(view(two), "OS/2");
     ASSERT_TRUE(os2);
-    EXPECT_EQ(os2->offset, 12u + 32u);
-    EXPECT_EQ(os2->length, 4u);
-    EXPECT_EQ(os2->entryOffset, 12u);
-    EXPECT_TRUE(FindSpecifiedTable(view(font), "name"));
-    EXPECT_FALSE(FindSpecifiedTable(view(font), "NAME"));
-    EXPECT_FALSE(FindSpecifiedTable(view(font), "os/2"));
-}
-
-TEST(FindSpecifiedTable, ATagWithANulByteEndsThere)
-{
-    auto font = testfonts::sfnt(0x00010000, {{std::string("ab\0\0", 4), "data"}});
-    EXPECT_TRUE(FindSpecifiedTable(view(font), "ab"));
-    EXPECT_FALSE(FindSpecifiedTable(view(font), "ab\x01"));
-}
-
-TEST(FindSpecifiedTable, TheBufferMustReachPastTheEntry)
-{
-    auto font = testfonts::sfnt(0x00010000, {{"kern", ""}});
-    ASSERT_EQ(font.size(), 28u);  // header and one entry, nothing after it
-    EXPECT_FALSE(FindSpecifiedTable(view(font), "kern"));
-    font.push_back(0);
-    EXPECT_TRUE(FindSpecifiedTable(view(font), "kern"));
-    // Twelve bytes or fewer find nothing at all.
-    EXPECT_FALSE(FindSpecifiedTable(ByteView(font.data(), 12), "kern"));
-}
-
-TEST(FindSpecifiedTable, ANegativeOrHugeCountIsBoundedByTheBuffer)
-{
-    auto font = testfonts::sfnt(0x00010000, {{"head", "1234"}});
-    font[4] = 0x80;  // numTables -32768
-    EXPECT_FALSE(FindSpecifiedTable(view(font), "head"));
-    font[4] = 0x7F;
-    font[5] = 0xFF;  // 32767 entries claimed, one present
-    EXPECT_TRUE(FindSpecifiedTable(view(font), "head"));
-    EXPECT_FALSE(FindSpecifiedTable(view(font), "glyf"));
+    EXPECT_EQ(std::make_tuple(os2->offset, os2->length, os2->entryOffset), std::make_tuple(44u, 4u, size_t(12)));
 }
 
 TEST(ValidateDirectoryEntry, TheTableMustEndWithinTheBuffer)
 {
-    auto font = testfonts::sfnt(0x00010000, {{"glyf", "12345678"}});
+    const Font font = testfonts::sfnt(0x00010000, {{"glyf", "12345678"}});
     auto entry = FindSpecifiedTable(view(font), "glyf");
     ASSERT_TRUE(entry);
+    EXPECT_EQ(entry->offset + entry->length, font.size());
     EXPECT_TRUE(ValidateDirectoryEntry(&*entry, view(font)));
-    entry->length += 1;  // one byte past the end
+    entry->length += 1;
     EXPECT_FALSE(ValidateDirectoryEntry(&*entry, view(font)));
     EXPECT_FALSE(ValidateDirectoryEntry(nullptr, view(font)));
     EXPECT_FALSE(ValidateDirectoryEntry(&*entry, ByteView()));
 }
 
-TEST(GetPlatformTTF, NeedsEveryRequiredTableValid)
+TEST(GetPlatformTTF, CrossPlatformNeedsEveryRequiredTableValid)
 {
-    LxString platform;
-    auto font = testfonts::sfnt(0x00010000, testfonts::requiredTables());
-    EXPECT_EQ(GetPlatformTTF(view(font), &platform), 1);
-    EXPECT_EQ(platform, std::string("crossplatform"));
-
-    auto tables = testfonts::requiredTables();
-    tables.erase(tables.begin() + 4);  // hmtx
-    font = testfonts::sfnt(0x00010000, tables);
-    EXPECT_EQ(GetPlatformTTF(view(font), &platform), 1);
-    EXPECT_EQ(platform, std::string("mac"));
-}
-
-TEST(GetPlatformTTF, MacTrueTypeAndInvalidKernAreMac)
-{
-    LxString platform;
-    auto font = testfonts::sfnt(0x74727565, testfonts::requiredTables());
-    GetPlatformTTF(view(font), &platform);
-    EXPECT_EQ(platform, std::string("mac"));
-
-    auto tables = testfonts::requiredTables();
-    tables.push_back({"kern", "kkkk"});
-    font = testfonts::sfnt(0x4F54544F, tables);
-    GetPlatformTTF(view(font), &platform);
-    EXPECT_EQ(platform, std::string("crossplatform"));
-    auto kern = FindSpecifiedTable(view(font), "kern");
-    ByteWriter patched;
-    patched.bytes(view(font));
-    patched.putU32(kern->entryOffset + 12, 0x1000);  // kern runs past the end
-    GetPlatformTTF(patched.view(), &platform);
-    EXPECT_EQ(platform, std::string("mac"));
-}
-
-TEST(GetPlatformTTF, RefusesTinyBuffersAndLeavesTheOutput)
-{
+    auto without = [](const char* tag) {
+        auto tables = testfonts::requiredTables();
+        std::erase_if(tables, [&](const Table& t) { return t.tag == tag; });
+        return tables;
+    };
+    auto with = [](Table extra) {
+        auto tables = testfonts::requiredTables();
+        tables.push_back(extra);
+        return tables;
+    };
+    const size_t os2Length = 12 + 12;  // the first entry's length field
+    const struct { const char* what; Font font; const char* platform; } cases[] = {
+        {"every required table", testfonts::sfnt(0x00010000, testfonts::requiredTables()), "crossplatform"},
+        {"OpenType with a valid kern", testfonts::sfnt(0x4F54544F, with({"kern", "kkkk"})), "crossplatform"},
+        {"no hmtx", testfonts::sfnt(0x00010000, without("hmtx")), "mac"},
+        {"a Mac TrueType version", testfonts::sfnt(0x74727565, testfonts::requiredTables()), "mac"},
+        {"a kern past the end", Patched(testfonts::sfnt(0x4F54544F, with({"kern", "kkkk"})), 0, 12 + 16 * 8 + 12, 0x1000), "mac"},
+        {"an OS/2 past the end", Patched(testfonts::sfnt(0x00010000, testfonts::requiredTables()), 0, os2Length, 0x1000), "mac"},
+    };
+    for (const auto& c : cases) {
+        LxString platform;
+        EXPECT_EQ(GetPlatformTTF(view(c.font), &platform), 1) << c.what;
+        EXPECT_EQ(platform.str(), c.platform) << c.what;
+    }
     LxString platform("unchanged");
-    const uint8_t bytes[4] = {0, 1, 0, 0};
-    EXPECT_EQ(GetPlatformTTF(ByteView(bytes, 4), &platform), 0);
-    EXPECT_EQ(platform, std::string("unchanged"));
-    EXPECT_EQ(GetPlatformTTF(ByteView(bytes, 4), nullptr), 0);
+    const Font tiny = {0, 1, 0, 0};
+    EXPECT_EQ(GetPlatformTTF(view(tiny), &platform), 0);
+    EXPECT_EQ(platform.str(), "unchanged");
+    EXPECT_EQ(GetPlatformTTF(view(testfonts::sfnt(0x00010000, testfonts::requiredTables())), nullptr), 0);
 }
 
-TEST(KerningChecksum, SumsTheChosenTableWords)
+TEST(KerningChecksum, ChosenTableAndItsBoundaries)
 {
-    uint32_t checksum = 99;
-    auto font = testfonts::sfnt(0x00010000, {{"GPOS", std::string("\0\0\0\1\0\0\0\2", 8)},
-                                             {"glyf", std::string("\0\0\0\7", 4)}});
-    EXPECT_EQ(GetTrueTypeKerningTableChecksum(view(font), &checksum), 1);
-    EXPECT_EQ(checksum, 3u);  // GPOS wins over glyf
-}
-
-TEST(KerningChecksum, UnalignedLengthGivesTheStoredChecksum)
-{
-    uint32_t checksum = 0;
-    auto font = testfonts::sfnt(0x00010000, {{"kern", "abcdef"}, {"glyf", "zzzz"}});
-    EXPECT_EQ(GetTrueTypeKerningTableChecksum(view(font), &checksum), 1);
-    EXPECT_EQ(checksum, testfonts::paddedSum("abcdef"));
-}
-
-TEST(KerningChecksum, ATableEndingOnTheLastByteSumsToZero)
-{
-    uint32_t checksum = 99;
-    auto font = testfonts::sfnt(0x00010000, {{"kern", std::string("\0\0\0\5", 4)}});
-    EXPECT_EQ(GetTrueTypeKerningTableChecksum(view(font), &checksum), 1);
-    EXPECT_EQ(checksum, 0u);
-    font.push_back(0);
-    EXPECT_EQ(GetTrueTypeKerningTableChecksum(view(font), &checksum), 1);
-    EXPECT_EQ(checksum, 5u);
-}
-
-TEST(KerningChecksum, NoUsableTableLeavesTheOutput)
-{
-    uint32_t checksum = 42;
-    auto font = testfonts::sfnt(0x00010000, {{"head", "1234"}});
-    EXPECT_EQ(GetTrueTypeKerningTableChecksum(view(font), &checksum), 0);
-    EXPECT_EQ(checksum, 42u);
-    // The first present table decides even when it is invalid.
-    font = testfonts::sfnt(0x00010000, {{"kern", "1234"}, {"glyf", "5678"}});
-    ByteWriter patched;
-    patched.bytes(view(font));
-    patched.putU32(12 + 8, 0x100000);
-    EXPECT_EQ(GetTrueTypeKerningTableChecksum(patched.view(), &checksum), 0);
-    EXPECT_EQ(checksum, 42u);
+    const std::string five("\0\0\0\5", 4);
+    const struct { const char* what; Font font; int result; uint32_t checksum; } cases[] = {
+        {"GPOS before glyf", testfonts::sfnt(0x00010000, {{"GPOS", std::string("\0\0\0\1\0\0\0\2", 8)}, {"glyf", five}}), 1, 3},
+        {"kern before GPOS", Patched(testfonts::sfnt(0x00010000, {{"GPOS", five}, {"kern", std::string("\0\0\0\2", 4)}}), 1), 1, 2},
+        // An unaligned length gives the stored checksum as it stands.
+        {"unaligned length", Patched(testfonts::sfnt(0x00010000, {{"kern", "abcdef"}, {"glyf", "zzzz"}}), 0, 12 + 4, 0xDEADBEEF), 1, 0xDEADBEEF},
+        // Intended: a table ending on the last byte, or starting at byte 0, sums to 0.
+        {"ending on the last byte", testfonts::sfnt(0x00010000, {{"kern", five}}), 1, 0},
+        {"ending before the last byte", Patched(testfonts::sfnt(0x00010000, {{"kern", five}}), 1), 1, 5},
+        {"starting at byte 0", Patched(testfonts::sfnt(0x00010000, {{"kern", five}}), 1, 12 + 8, 0), 1, 0},
+        {"no such table", testfonts::sfnt(0x00010000, {{"head", "1234"}}), 0, 99},
+        {"the first present decides, even invalid", Patched(testfonts::sfnt(0x00010000, {{"kern", "1234"}, {"glyf", "5678"}}), 0, 12 + 8, 0x100000), 0, 99},
+    };
+    for (const auto& c : cases) {
+        uint32_t checksum = 99;
+        EXPECT_EQ(GetTrueTypeKerningTableChecksum(view(c.font), &checksum), c.result) << c.what;
+        EXPECT_EQ(checksum, c.checksum) << c.what;
+    }
 }
 
 }  // namespace

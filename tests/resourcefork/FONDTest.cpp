@@ -1,8 +1,10 @@
+// Font family records: the bounds every reader keeps, style names and
+// printer-font names, double-byte families, and the editing operations.
 #include <gtest/gtest.h>
 
-#include "resourcefork/FONDStyleNames.h"
 #include "common/FondBuilder.h"
 #include "common/MacFixtures.h"
+#include "resourcefork/FONDStyleNames.h"
 #include "resourcefork/PascalStrings.h"
 #include "resourcefork/PrinterFontNames.h"
 #include "resourcefork/TypeprobeResourceFile.h"
@@ -12,46 +14,59 @@ namespace {
 using namespace fondbuilder;
 using namespace macfixtures;
 
-ResourceHandlePtr Handle(const Bytes& data, const std::string& name = "Family", int16_t id = 128)
+ResourceHandlePtr Handle(const Bytes& data, const std::string& name = "Family")
 {
-    auto handle = std::make_unique<ResourceHandle>();
-    handle->type = fourCC("FOND");
-    handle->id = id;
-    handle->hasName = true;
-    handle->name = name;
-    handle->data = data;
-    return handle;
+    return std::make_unique<ResourceHandle>(ResourceHandle{fourCC("FOND"), 128, true, name, data, 0});
 }
 
-std::string PostScriptName(const ResourceHandle* fond, int style)
+std::string Pascal(const unsigned char* p) { return std::string(PascalText(p)); }
+
+// Any open file: the FOND questions read only the handle they are given.
+std::unique_ptr<TypeprobeResourceFile> AnyFile()
 {
-    unsigned char name[kPascalBufferSize];
-    GetPrinterFontNameFromResource(fond, style, name, sizeof name);
-    return std::string(PascalText(name));
+    return TypeprobeResourceFile::initWithFile(CorpusPath("ps-family/DejaVuSerif.bin"), true);
 }
 
-// "Times" with a bold-italic descriptor naming a hyphen and "BoldItalic".
-FondRecipe Times()
+TEST(PascalStrings, StayInsideTheirLimits)
 {
-    FondRecipe recipe;
-    recipe.entries = {{12, 0, 200}, {12, 3, 201}};
-    recipe.strings = {"Times", std::string("\x03\x04", 2), "-", "BoldItalic", "Bold", "\x01\x01"};
-    recipe.nameCodes[3] = 2;
-    return recipe;
-}
+    unsigned char dst[kPascalBufferSize], src[kPascalBufferSize];
+    const struct { std::string dst, src; size_t limit; std::string expected; } appends[] = {
+        {std::string(200, 'a'), std::string(100, 'b'), kPascalBufferSize, std::string(200, 'a') + std::string(55, 'b')},
+        {"abc", "bbbbbbbbbb", 10, "abcbbbbbb"},
+        {"abc", "def", 7, "abcdef"},
+        {"abcdefghij", "x", 10, "abcdefghij"},
+    };
+    for (const auto& c : appends) {
+        SetPascalText(c.dst, dst, sizeof dst);
+        SetPascalText(c.src, src, sizeof src);
+        AppendPascalString(dst, src, c.limit);
+        EXPECT_EQ(Pascal(dst), c.expected) << c.dst << " + " << c.src;
+    }
+    SetPascalText("hello", src, sizeof src);
+    for (auto [limit, expected] : {std::pair<size_t, const char*>{6, "hello"}, {5, "hell"}, {1, ""}}) {
+        CopyPascalString(src, dst, limit);
+        EXPECT_EQ(Pascal(dst), expected) << limit;
+    }
+    CopyPascalString(nullptr, dst, sizeof dst);
+    EXPECT_EQ(dst[0], 0);
+    SetPascalText(" ~\x1F\x7F\x80Z", dst, sizeof dst);
+    CopyPascalStringAsciiLimit(dst, dst, sizeof dst);
+    EXPECT_EQ(Pascal(dst), " ~???Z");
 
-std::unique_ptr<TypeprobeResourceFile> Corpus(const char* relative)
-{
-    return TypeprobeResourceFile::initWithFile(CorpusPath(relative), true);
+    const Bytes list = {3, 'o', 'n', 'e', 3, 't', 'w', 'o', 5, 't', 'h'};
+    const struct { int n; size_t limit; const char* expected; } names[] = {
+        {2, sizeof dst, "two"}, {1, 3, "on"}, {3, sizeof dst, ""}, {4, sizeof dst, ""}, {0, sizeof dst, ""}, {-1, sizeof dst, ""}};
+    for (const auto& c : names) {
+        GetIndStyleName(ByteView(list), c.n, dst, c.limit);
+        EXPECT_EQ(Pascal(dst), c.expected) << c.n;
+    }
 }
-
-// ------------------------------------------------------------ names ---
 
 TEST(FOND, StyleIndexFollowsTheStyleBits)
 {
     const std::pair<int, int> cases[] = {
-        {0x00, 0},  {0x01, 1},  {0x02, 2},  {0x03, 3},  {0x04, 0},  {0x08, 4},
-        {0x10, 8},  {0x20, 16}, {0x40, 32}, {0x60, 16}, {0x7F, 31}, {0x5B, 47},
+        {0x00, 0}, {0x01, 1}, {0x02, 2}, {0x03, 3}, {0x04, 0}, {0x08, 4}, {0x10, 8},
+        {0x20, 16}, {0x40, 32}, {0x60, 16}, {0x7F, 31}, {0x5B, 47},
     };
     for (auto [style, index] : cases) EXPECT_EQ(GetStyleIndex(style), index) << style;
 }
@@ -59,213 +74,100 @@ TEST(FOND, StyleIndexFollowsTheStyleBits)
 TEST(FOND, PrinterFileNamesFollowTheFiveThreeThreeRule)
 {
     const std::pair<const char*, const char*> cases[] = {
-        {"Helvetica-BoldOblique", "HelveBolObl"},
-        {"ITC-Garamond-Bold", "GaramBol"},
-        {"Minion_MM", "Minio"},
-        {"Univers-55", "Unive55"},
-        {"Univers-57Condensed", "Unive5Con"},
-        {"DejaVuSerif-BoldItalic", "DejaVuSerBolIta"},
-        {"Times-Roman", "TimesRom"},
+        {"Helvetica-BoldOblique", "HelveBolObl"}, {"ITC-Garamond-Bold", "GaramBol"},
+        {"Minion_MM", "Minio"},                   {"Univers-55", "Unive55"},
+        {"Univers-57Condensed", "Unive5Con"},     {"Times-Roman", "TimesRom"},
         {"Name_", "Name_"},  // the last character is never examined
-        {"Caf\xE9-Bold", "Caf?Bol"},
-        {"", ""},
+        {"Caf\xE9-Bold", "Caf?Bol"},              {"", ""},
     };
     for (auto [psName, fileName] : cases) {
         unsigned char in[kPascalBufferSize], out[kPascalBufferSize];
         SetPascalText(psName, in, sizeof in);
         GetPostScriptFontFileName(in, out);
-        EXPECT_EQ(PascalText(out), fileName) << psName;
+        EXPECT_EQ(Pascal(out), fileName) << psName;
     }
 }
 
 TEST(FOND, PostScriptNamesFromTheStyleMappingTable)
 {
-    FondRecipe recipe = Times();
+    // "Times" with a bold-italic descriptor naming a hyphen and "BoldItalic".
+    FondRecipe recipe;
+    recipe.entries = {{12, 0, 200}, {12, 3, 201}};
+    recipe.strings = {"Times", std::string("\x03\x04", 2), "-", "BoldItalic", "Bold", "\x01\x01"};
     recipe.nameCodes[1] = 9;   // past the string count: base name
     recipe.nameCodes[2] = -3;  // negative: base name
-    recipe.nameCodes[4] = 6;   // descriptor naming string 1 twice
-    auto fond = Handle(BuildFond(recipe));
-    EXPECT_EQ(PostScriptName(fond.get(), 0), "Times");
-    EXPECT_EQ(PostScriptName(fond.get(), 3), "Times-BoldItalic");
-    EXPECT_EQ(PostScriptName(fond.get(), 1), "Times");
-    EXPECT_EQ(PostScriptName(fond.get(), 2), "Times");
-    EXPECT_EQ(PostScriptName(fond.get(), 0x08), "TimesTimesTimes");
-    EXPECT_EQ(PostScriptName(nullptr, 0), "");
-
-    recipe.strings[0] = "T\xA5mes\x7F";
-    EXPECT_EQ(PostScriptName(Handle(BuildFond(recipe)).get(), 3), "T?mes?-BoldItalic");
-}
-
-TEST(FOND, HostileStyleMappingTablesGiveShortNamesNotCrashes)
-{
-    const Bytes good = BuildFond(Times());
-    const size_t table = 54 + 12;
-    struct Case {
-        const char* what;
-        size_t at;
-        std::vector<uint8_t> bytes;
-        const char* name;
+    recipe.nameCodes[3] = 2;
+    recipe.nameCodes[4] = 6;   // the last string: string 1 twice
+    const Bytes good = BuildFond(recipe);
+    const size_t table = 54 + 12, strings = table + 60;
+    const struct { const char* what; size_t at; Bytes bytes; int style; const char* name; } cases[] = {
+        {"plain", 0, {}, 0, "Times"},
+        {"descriptor", 0, {}, 3, "Times-BoldItalic"},
+        {"code past the count", 0, {}, 1, "Times"},
+        {"negative code", 0, {}, 2, "Times"},
+        {"code equal to the count", 0, {}, 0x08, "TimesTimesTimes"},
+        {"non-ASCII", strings + 2, {0xA5}, 3, "T?mes-BoldItalic"},
+        {"table offset past the end", 24, {0x7F, 0xFF, 0xFF, 0xF0}, 3, ""},
+        {"table offset wraps", 24, {0xFF, 0xFF, 0xFF, 0xFF}, 3, ""},
+        {"base name runs off the end", strings, {0xF0}, 3, ""},
+        {"descriptor names a string past the end", strings + 6 + 2, {0x7F}, 3, "Times-"},
+        {"descriptor runs off the end", strings + 6, {0x90}, 3, "Times"},
+        {"a long string walks backwards", strings + 6 + 3, {0x90}, 3, nullptr},
+        {"string count larger than the table", table + 58, {0x7F, 0xFF}, 3, "Times-BoldItalic"},
     };
-    const Case cases[] = {
-        {"table offset past the end", 24, {0x7F, 0xFF, 0xFF, 0xF0}, ""},
-        {"table offset wraps", 24, {0xFF, 0xFF, 0xFF, 0xFF}, ""},
-        {"base name runs off the end", table + 60, {0xF0}, ""},
-        {"descriptor names a string past the end", table + 60 + 6 + 2, {0x7F}, "Times-"},
-        {"descriptor runs off the end", table + 60 + 6, {0x90}, "Times"},
-        {"a long string walks backwards", table + 60 + 6 + 3, {0x90}, nullptr},
-        {"string count larger than the table", table + 58, {0x7F, 0xFF}, "Times-BoldItalic"},
-    };
-    for (const Case& c : cases) {
+    unsigned char name[kPascalBufferSize];
+    for (const auto& c : cases) {
         Bytes damaged = good;
         std::copy(c.bytes.begin(), c.bytes.end(), damaged.begin() + std::ptrdiff_t(c.at));
-        const std::string name = PostScriptName(Handle(damaged).get(), 3);
+        GetPrinterFontNameFromResource(Handle(damaged).get(), c.style, name, sizeof name);
         if (c.name) {
-            EXPECT_EQ(name, c.name) << c.what;
+            EXPECT_EQ(Pascal(name), c.name) << c.what;
         }
     }
-    for (size_t length = 0; length < good.size(); ++length)
-        PostScriptName(Handle(Slice(good, 0, length)).get(), 3);  // no read past the handle
-    EXPECT_EQ(PostScriptName(Handle(Slice(good, 0, 51)).get(), 0), "");
+    for (size_t length = 0; length < good.size(); ++length)  // no read past the handle
+        GetPrinterFontNameFromResource(Handle(Slice(good, 0, length)).get(), 3, name, sizeof name);
+    GetPrinterFontNameFromResource(Handle(Slice(good, 0, 51)).get(), 0, name, sizeof name);
+    EXPECT_EQ(Pascal(name), "");
+    EXPECT_EQ(AnyFile()->getPostScriptNameForFOND(nullptr, 0).str(), "");
 }
 
-TEST(FOND, PascalStringsStayInsideTheirLimit)
+TEST(FOND, EveryReaderStaysInsideTheRecord)
 {
-    unsigned char a[kPascalBufferSize], b[kPascalBufferSize];
-    SetPascalText(std::string(200, 'a'), a, sizeof a);
-    SetPascalText(std::string(100, 'b'), b, sizeof b);
-    AppendPascalString(a, b, sizeof a);
-    EXPECT_EQ(a[0], 255);
-    SetPascalText("abc", a, sizeof a);
-    AppendPascalString(a, b, 10);
-    EXPECT_EQ(PascalText(a), "abcbbbbbb");
-    CopyPascalString(b, a, 5);
-    EXPECT_EQ(PascalText(a), "bbbb");
-    CopyPascalString(nullptr, a, 5);
-    EXPECT_EQ(a[0], 0);
-
-    const Bytes list = {3, 'o', 'n', 'e', 3, 't', 'w', 'o', 5, 't', 'h'};
-    GetIndStyleName(ByteView(list), 2, a, sizeof a);
-    EXPECT_EQ(PascalText(a), "two");
-    GetIndStyleName(ByteView(list), 1, a, 3);
-    EXPECT_EQ(PascalText(a), "on");
-    GetIndStyleName(ByteView(list), 3, a, sizeof a);  // runs off the list
-    EXPECT_EQ(PascalText(a), "");
-}
-
-// ------------------------------------------------------- association ---
-
-TEST(FOND, CorpusBitmapFamily)
-{
-    auto file = Corpus("ps-family/DejaVuSerif.bin");
-    ASSERT_TRUE(file);
-    auto fond = file->getResourceHandleForType(fourCC("FOND"), 1096);
-    ASSERT_TRUE(fond);
-    EXPECT_EQ(file->getSortedStylesForFOND(fond.get()), (std::vector<int16_t>{0, 1, 2, 3}));
-    EXPECT_EQ(file->getSortedStyles(), (std::vector<int16_t>{0, 1, 2, 3}));
-    const int16_t ids[] = {1096, 1098, 1100, 1102, 1097, 1099, 1101, 1103};
-    for (int i = 0; i < 8; ++i) EXPECT_EQ(file->getResIDForFOND(fond.get(), i), ids[i]);
-    EXPECT_EQ(file->getResIDForFOND(fond.get(), 8), -1);
-    EXPECT_EQ(file->getResIDForFOND(fond.get(), -1), -1);
-    EXPECT_EQ(file->getSortedNFNTsForFOND(fond.get(), 1), (std::vector<int16_t>{1098, 1099}));
-    EXPECT_TRUE(file->styleExists(3, fond.get()));
-    EXPECT_FALSE(file->styleExists(4, fond.get()));
-    EXPECT_EQ(file->getResourceNameFromFOND(fond.get()).str(), "DejaVu Serif");
-    EXPECT_FALSE(file->isDoubleByteFOND(fond.get()));
-    EXPECT_EQ(file->getStyleOffsetFromFOND(fond.get()), 8898u);
-
-    const char* psNames[] = {"DejaVuSerif", "DejaVuSerif-Bold", "DejaVuSerif-Italic",
-                             "DejaVuSerif-BoldItalic"};
-    const char* printerNames[] = {"DejaVuSer", "DejaVuSerBol", "DejaVuSerIta", "DejaVuSerBolIta"};
-    std::vector<std::string> expectedFiles;
-    for (int16_t style = 0; style < 4; ++style) {
-        EXPECT_TRUE(file->shouldHavePrinterFile(fond.get(), style));
-        EXPECT_EQ(file->getPostScriptNameForFOND(fond.get(), style).str(), psNames[style]);
-        EXPECT_EQ(file->getPSPrinterNameForFOND(fond.get(), style).str(), printerNames[style]);
-        expectedFiles.push_back(CorpusPath("ps-family/") + printerNames[style]);
-        // The printer fonts sit beside the suitcase as NAME.bin.
-        auto path = CreatePrinterPath(file.get(), fond.get(), style);
-        ASSERT_TRUE(path);
-        EXPECT_EQ(path->str(), expectedFiles.back());
+    // A double-byte family (ID 0x4000), a bitmap of style 1, an outline of
+    // style 2, then its style-mapping table at 66.
+    FondRecipe recipe;
+    recipe.familyID = 0x4000;
+    recipe.entries = {{12, 1, 5}, {0, 2, 6}};
+    recipe.strings = {"A-B-C"};
+    const Bytes full = BuildFond(recipe);
+    auto file = AnyFile();
+    const struct { size_t length; uint32_t styleOffset; bool doubleByte; std::vector<int16_t> styles; int16_t secondID; } cases[] = {
+        {51, 0, false, {}, -1}, {52, 66, true, {}, -1}, {59, 66, true, {}, -1},
+        {60, 66, true, {1}, -1}, {65, 66, true, {1}, -1}, {66, 66, true, {1, 2}, 6},
+    };
+    for (const auto& c : cases) {
+        auto fond = Handle(Slice(full, 0, c.length));
+        EXPECT_EQ(file->getStyleOffsetFromFOND(fond.get()), c.styleOffset) << c.length;
+        EXPECT_EQ(file->isDoubleByteFOND(fond.get()), c.doubleByte) << c.length;
+        EXPECT_EQ(file->getSortedStylesForFOND(fond.get()), c.styles) << c.length;
+        EXPECT_EQ(file->getResIDForFOND(fond.get(), 1), c.secondID) << c.length;
+        EXPECT_EQ(file->styleExists(2, fond.get()), c.secondID != -1) << c.length;
+        EXPECT_EQ(file->shouldHavePrinterFile(fond.get(), 2), c.secondID == -1) << c.length;
     }
-    std::vector<std::string> files;
-    for (const LxString& path : file->getPrinterFiles()) files.push_back(path.str());
-    EXPECT_EQ(files, expectedFiles);
-}
-
-TEST(FOND, CorpusOutlineFamilyNeedsNoPrinterFiles)
-{
-    auto file = Corpus("tt-family/DejaVuSans.suit");
-    ASSERT_TRUE(file);
-    auto fond = file->getResourceHandleForType(fourCC("FOND"), 13490);
-    ASSERT_TRUE(fond);
-    EXPECT_EQ(file->getSortedNFNTsForFOND(fond.get(), 0), (std::vector<int16_t>{13490, 13490}));
-    EXPECT_EQ(file->getPostScriptNameForFOND(fond.get(), 3).str(), "DejaVuSans-BoldOblique");
-    for (int16_t style = 0; style < 4; ++style) {
-        EXPECT_FALSE(file->shouldHavePrinterFile(fond.get(), style));
-        EXPECT_FALSE(CreatePrinterPath(file.get(), fond.get(), style));
-    }
-    EXPECT_TRUE(file->getPrinterFiles().empty());
-    auto dfont = Corpus("dfont/DejaVuSans.dfont");
-    ASSERT_TRUE(dfont);
-    EXPECT_EQ(dfont->getResourceNameFromFOND(dfont->getResourceHandleForType(fourCC("FOND"), 13490).get()).str(),
-              "DejaVu Sans");
-}
-
-TEST(FOND, PrinterPathNeedsAnExistingFile)
-{
-    TempDir dir;
-    WriteFile(dir / "Serif.bin", ReadFile(CorpusPath("ps-family/DejaVuSerif.bin")));
-    WriteFile(dir / "DejaVuSerBol.bin", ReadFile(CorpusPath("ps-family/DejaVuSerBol.bin")));
-    WriteFile(dir / "DejaVuSerIta", Text("a plain file will do"));
-    std::filesystem::create_directory(dir / "DejaVuSerBolIta");
-    auto file = TypeprobeResourceFile::initWithFile(dir / "Serif.bin", true);
-    ASSERT_TRUE(file);
-    auto fond = file->getResourceHandleForType(fourCC("FOND"), 1096);
-    EXPECT_FALSE(CreatePrinterPath(file.get(), fond.get(), 0));  // missing
-    EXPECT_EQ(CreatePrinterPath(file.get(), fond.get(), 1).value_or("").str(), dir / "DejaVuSerBol");
-    EXPECT_EQ(CreatePrinterPath(file.get(), fond.get(), 2).value_or("").str(), dir / "DejaVuSerIta");
-    EXPECT_FALSE(CreatePrinterPath(file.get(), fond.get(), 3));  // a folder
-    EXPECT_FALSE(CreatePrinterPath(nullptr, fond.get(), 1));
-    EXPECT_EQ(file->getPrinterFiles().size(), 4u);  // not checked for existence
-}
-
-TEST(FOND, NullAndShortRecordsGiveNeutralAnswers)
-{
-    auto file = Corpus("ps-family/DejaVuSerif.bin");
-    ASSERT_TRUE(file);
-    auto shortFond = Handle(Bytes(53, 0));
-    const ResourceHandle* shortOne = shortFond.get();
-    for (const ResourceHandle* fond : {static_cast<const ResourceHandle*>(nullptr), shortOne}) {
-        EXPECT_FALSE(file->styleExists(0, fond));
-        EXPECT_TRUE(file->getSortedStylesForFOND(fond).empty());
-        EXPECT_EQ(file->getResIDForFOND(fond, 0), -1);
-        EXPECT_TRUE(file->getSortedNFNTsForFOND(fond, 0).empty());
-        EXPECT_TRUE(file->shouldHavePrinterFile(fond, 0));
-        EXPECT_FALSE(file->isDoubleByteFOND(fond));
-        EXPECT_EQ(file->getStyleOffsetFromFOND(fond), 0u);
-        EXPECT_EQ(file->getPostScriptNameForFOND(fond, 0).str(), "");
-    }
+    EXPECT_TRUE(file->getSortedNFNTsForFOND(nullptr, 0).empty());
+    EXPECT_TRUE(file->shouldHavePrinterFile(nullptr, 0));
+    EXPECT_EQ(file->getResIDForFOND(nullptr, 0), -1);
     EXPECT_EQ(file->getPSPrinterNameForFOND(nullptr, 0).str(), "");
     EXPECT_EQ(file->getResourceNameFromFOND(nullptr).str(), "");
-}
-
-TEST(FOND, EntriesOutsideTheHandleAreSkipped)
-{
-    auto file = Corpus("ps-family/DejaVuSerif.bin");
-    ASSERT_TRUE(file);
-    FondRecipe recipe;
-    recipe.entries = {{0, 2, 7}, {12, 1, 5}, {12, 0, 6}};
-    Bytes bytes = BuildFond(recipe);
-    bytes[52] = 0x7F;  // 32768 entries claimed
-    bytes.resize(54 + 6 * 2 + 3);
-    auto fond = Handle(bytes);
-    EXPECT_EQ(file->getSortedStylesForFOND(fond.get()), (std::vector<int16_t>{1, 2}));
-    EXPECT_FALSE(file->styleExists(0, fond.get()));
-    EXPECT_EQ(file->getResIDForFOND(fond.get(), 1), 5);
-    EXPECT_EQ(file->getResIDForFOND(fond.get(), 2), -1);
-    EXPECT_FALSE(file->shouldHavePrinterFile(fond.get(), 2));
-    bytes[52] = 0x80;  // a negative count
-    EXPECT_TRUE(file->getSortedStylesForFOND(Handle(bytes).get()).empty());
+    // Counts that claim more entries than the record holds, or fewer than none.
+    recipe.strings.clear();
+    Bytes claimed = BuildFond(recipe);
+    claimed.resize(claimed.size() + 3);
+    for (auto [count, styles] : {std::pair<uint8_t, std::vector<int16_t>>{0x7F, {1, 2}}, {0x80, {}}, {0xFF, {}}}) {
+        claimed[52] = claimed[53] = count;
+        EXPECT_EQ(file->getSortedStylesForFOND(Handle(claimed).get()), styles) << int(count);
+        EXPECT_EQ(file->getResIDForFOND(Handle(claimed).get(), 2), -1);
+    }
 }
 
 TEST(FOND, SortedStylesTieTheBoundsTestToTheFONDsPosition)
@@ -285,126 +187,97 @@ TEST(FOND, SortedStylesTieTheBoundsTestToTheFONDsPosition)
     EXPECT_EQ(file->getSortedStyles(), (std::vector<int16_t>{0, 2, 4, 8}));
 }
 
-TEST(FOND, DoubleByteFamilies)
+TEST(FOND, PrinterFilesAndPaths)
 {
-    auto file = Corpus("ps-family/DejaVuSerif.bin");
+    // Two families name "SerifBol" for a bitmap style; a third family's
+    // outline for "Times" takes "Times" off the list again.
+    FondRecipe bold, boldAgain, times;
+    bold.entries = boldAgain.entries = {{12, 2, 1}};
+    bold.strings = boldAgain.strings = {"Serif-Bold"};
+    times.entries = {{12, 0, 3}, {0, 1, 4}};
+    times.strings = {"Times"};
+    FondRecipe doubleByte;  // the name up to its second "-", "/" kept as ":"
+    doubleByte.international = 1;
+    doubleByte.entries = {{12, 4, 5}};
+    doubleByte.strings = {"../outside-x-y"};
+    TempDir dir;
+    WriteFile(dir / "fonts/suitcase", ResourceFile({{"FOND", 1, "Times", BuildFond(times)},
+                                                   {"FOND", 2, "Serif", BuildFond(bold)},
+                                                   {"FOND", 3, "Serif", BuildFond(boldAgain)},
+                                                   {"FOND", 4, "Ryumin", BuildFond(doubleByte)}}));
+    WriteFile(dir / "fonts/SerifBol", Text("printer font"));
+    WriteFile(dir / "fonts/..:outside-x", Text("printer font"));
+    WriteFile(dir / "outside-x", Text("beside the fonts folder"));
+    std::filesystem::create_directory(dir / "fonts/Times");
+    auto file = TypeprobeResourceFile::initWithFile(dir / "fonts/suitcase", true);
     ASSERT_TRUE(file);
-    const std::pair<int16_t, bool> ids[] = {{0x3FFF, false}, {0x4000, true}, {0x41FF, true}, {0x4200, false}};
-    for (auto [id, doubleByte] : ids) {
+    std::vector<std::string> files;
+    for (const LxString& path : file->getPrinterFiles()) files.push_back(path.str());
+    EXPECT_EQ(files, (std::vector<std::string>{dir / "fonts/SerifBol", dir / "fonts/..:outside-x"}));
+
+    auto fond = [&](int16_t id) { return file->getResourceHandleForType(fourCC("FOND"), id); };
+    EXPECT_EQ(CreatePrinterPath(file.get(), fond(2).get(), 2).value_or("").str(), dir / "fonts/SerifBol");
+    EXPECT_EQ(CreatePrinterPath(file.get(), fond(4).get(), 4).value_or("").str(), dir / "fonts/..:outside-x");
+    EXPECT_FALSE(CreatePrinterPath(file.get(), fond(1).get(), 0));  // a folder
+    EXPECT_FALSE(CreatePrinterPath(file.get(), fond(1).get(), 1));  // an outline
+    EXPECT_FALSE(CreatePrinterPath(nullptr, fond(2).get(), 2));
+    FondRecipe single = doubleByte;
+    single.strings = {"Osaka-Mono"};  // one hyphen: no name, no path
+    EXPECT_EQ(file->getPSPrinterNameForFOND(Handle(BuildFond(single)).get(), 4).str(), "");
+    EXPECT_FALSE(CreatePrinterPath(file.get(), Handle(BuildFond(single)).get(), 4));
+    single.international = 0;  // the 5+3+3 name keeps a "/" after the first letter
+    single.strings = {"A/../x"};
+    EXPECT_EQ(file->getPSPrinterNameForFOND(Handle(BuildFond(single)).get(), 4).str(), "A:..:");
+}
+
+TEST(FOND, DoubleByteFamilyIDsAndNameEncodings)
+{
+    auto file = AnyFile();
+    for (auto [id, doubleByte] : {std::pair<int16_t, bool>{0x3FFF, false}, {0x4000, true}, {0x41FF, true}, {0x4200, false}}) {
         FondRecipe recipe;
         recipe.familyID = id;
         recipe.entries = {{0, 0, 1}};
         EXPECT_EQ(file->isDoubleByteFOND(Handle(BuildFond(recipe)).get()), doubleByte) << id;
     }
-    FondRecipe recipe;
-    recipe.international = 1;
-    recipe.entries = {{0, 0, 1}};
-    recipe.strings = {"Ryumin-Light-83pv-RKSJ-H"};
-    auto fond = Handle(BuildFond(recipe));
-    EXPECT_TRUE(file->isDoubleByteFOND(fond.get()));
-    EXPECT_EQ(file->getPSPrinterNameForFOND(fond.get(), 0).str(), "Ryumin-Light");
-    recipe.strings = {"Osaka-Mono"};
-    fond = Handle(BuildFond(recipe));
-    EXPECT_EQ(file->getPSPrinterNameForFOND(fond.get(), 0).str(), "");
-    EXPECT_FALSE(CreatePrinterPath(file.get(), fond.get(), 0));
-}
-
-TEST(FOND, PrinterFileNamesStayInTheSuitcasesFolder)
-{
-    // A PostScript name with "/" in it names a file whose POSIX name has
-    // ":" instead, in the suitcase's own folder.
-    TempDir dir;
-    std::filesystem::create_directories(dir / "fonts");
-    WriteFile(dir / "outside-x", Text("a file beside the fonts folder"));
-    WriteFile(dir / "fonts/..:outside-x", Text("the printer font"));
-    WriteFile(dir / "fonts/suitcase", ResourceFile({{"NFNT", 1, std::nullopt, Text("strike")}}));
-    auto file = TypeprobeResourceFile::initWithFile(dir / "fonts/suitcase", true);
-    ASSERT_TRUE(file);
-    FondRecipe recipe;
-    recipe.international = 1;  // double-byte: the name up to its second "-"
-    recipe.entries = {{12, 0, 1}};
-    recipe.strings = {"../outside-x-y"};
-    auto fond = Handle(BuildFond(recipe));
-    EXPECT_EQ(file->getPSPrinterNameForFOND(fond.get(), 0).str(), "..:outside-x");
-    auto path = CreatePrinterPath(file.get(), fond.get(), 0);
-    ASSERT_TRUE(path);
-    EXPECT_EQ(path->str(), dir / "fonts/..:outside-x");
-    recipe.international = 0;  // the 5+3+3 name keeps a "/" after the first letter
-    recipe.strings = {"A/../x"};
-    EXPECT_EQ(file->getPSPrinterNameForFOND(Handle(BuildFond(recipe)).get(), 0).str(), "A:..:");
-}
-
-TEST(FOND, DoubleByteFamilyNamesPickTheirEncoding)
-{
-    const std::string mincho = "\x96\xBE\x92\xA9";  // Shift-JIS
+    // The first entry's size decides how every entry is probed (intended).
+    const std::string mincho = "\x96\xBE\x92\xA9", japanese = "\xE6\x98\x8E\xE6\x9C\x9D",
+                      roman = "\xC3\xB1\xC3\xA6\xC3\xAD\xC2\xA9";  // Shift-JIS, and as each reads it
     FondRecipe outline, bitmap;
-    outline.international = 1;
+    outline.international = bitmap.international = 1;
     outline.entries = {{0, 0, 500}};
-    bitmap.international = 1;
     bitmap.entries = {{12, 0, 501}, {10, 0, 502}};
     FondRecipe bitmapWithNames = bitmap;
     bitmapWithNames.strings = {"Ryumin-Light-83pv-RKSJ-H"};
-    struct Case {
-        const char* what;
-        std::vector<TestResource> extra;
-        FondRecipe recipe;
-        const char* expected;
+    const struct { const char* what; std::vector<TestResource> extra; FondRecipe recipe; std::string expected; } cases[] = {
+        {"Type 1 CID outline", {{"sfnt", 500, std::nullopt, Text("typ1 data")}}, outline, japanese},
+        {"TrueType outline", {{"sfnt", 500, std::nullopt, Text(std::string("\0\1\0\0 data", 9))}}, outline, roman},
+        {"no outline", {}, outline, roman},
+        {"bitmap with a FONT", {{"FONT", 502, std::nullopt, Text("f")}}, bitmap, roman},
+        {"bitmap without FONTs", {}, bitmap, roman},
+        {"bitmap without FONTs, with a style table", {}, bitmapWithNames, japanese},
     };
-    const Case cases[] = {
-        {"Type 1 CID outline", {{"sfnt", 500, std::nullopt, Text("typ1 data")}}, outline, "\xE6\x98\x8E\xE6\x9C\x9D"},
-        {"TrueType outline", {{"sfnt", 500, std::nullopt, Text(std::string("\0\1\0\0 data", 9))}}, outline,
-         "\xC3\xB1\xC3\xA6\xC3\xAD\xC2\xA9"},
-        {"no outline", {}, outline, "\xC3\xB1\xC3\xA6\xC3\xAD\xC2\xA9"},
-        {"bitmap with a FONT", {{"FONT", 502, std::nullopt, Text("f")}}, bitmap,
-         "\xC3\xB1\xC3\xA6\xC3\xAD\xC2\xA9"},
-        {"bitmap without FONTs", {}, bitmap, "\xC3\xB1\xC3\xA6\xC3\xAD\xC2\xA9"},
-        {"bitmap without FONTs, with a style table", {}, bitmapWithNames, "\xE6\x98\x8E\xE6\x9C\x9D"},
-    };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         std::vector<TestResource> resources = c.extra;
         resources.push_back({"FOND", 1, mincho, BuildFond(c.recipe)});
         TempDir dir;
         WriteFile(dir / "f.dfont", ResourceFile(resources));
-        auto file = TypeprobeResourceFile::initWithFile(dir / "f.dfont", true);
-        ASSERT_TRUE(file) << c.what;
-        auto fond = file->getResourceHandleForType(fourCC("FOND"), 1);
-        EXPECT_EQ(file->getResourceNameFromFOND(fond.get()).str(), c.expected) << c.what;
+        auto family = TypeprobeResourceFile::initWithFile(dir / "f.dfont", true);
+        ASSERT_TRUE(family) << c.what;
+        auto fond = family->getResourceHandleForType(fourCC("FOND"), 1);
+        EXPECT_EQ(family->getResourceNameFromFOND(fond.get()).str(), c.expected) << c.what;
     }
-}
-
-TEST(FOND, MultipleMasterNamesAreRepaired)
-{
-    auto file = Corpus("ps-family/DejaVuSerif.bin");
-    ASSERT_TRUE(file);
-    auto fond = file->getResourceHandleForType(fourCC("FOND"), 1096);
-    struct Case {
-        const char* name;
-        bool flagIn;
-        const char* result;
-        bool flagOut;
-    };
-    const Case cases[] = {
-        {"Helvetica", false, "Helvetica", false},
-        {"Helvetica", true, "Helvetica", true},
-        {"MinionMM_367_400", false, "Minion", true},
-        {"AdobeSansMM", false, "AdobeSans", true},
-        {"Foo%MBarMMBaz_1", false, "BarBaz", true},
-        {"Foo%MBar", false, "Bar", true},
-    };
-    for (const Case& c : cases) {
-        bool flag = c.flagIn;
-        EXPECT_EQ(file->normalizePostScriptName(c.name, fond.get(), &flag).str(), c.result) << c.name;
-        EXPECT_EQ(flag, c.flagOut) << c.name;
-    }
-    bool flag = false;
-    EXPECT_EQ(file->normalizePostScriptName("AMM", nullptr, &flag).str(), "AMM");
-    EXPECT_FALSE(flag);
-    EXPECT_EQ(file->normalizePostScriptName("AMM", fond.get(), nullptr).str(), "AMM");
 }
 
 // ----------------------------------------------------------- editing ---
 
-TEST(FOND, PurgingStylesCompactsTheRecordAndDropsTheirStrikes)
+uint32_t U32(const ResourceHandle& fond, size_t at)
+{
+    uint32_t value = 0;
+    fond.view().u32(at, value);
+    return value;
+}
+
+TEST(FOND, PurgingAndPromotingCompactTheRecordAndKeepItsTablesInStep)
 {
     TempDir dir;
     WriteFile(dir / "Serif", ReadFile(CorpusPath("ps-family/DejaVuSerif.bin")));
@@ -412,75 +285,29 @@ TEST(FOND, PurgingStylesCompactsTheRecordAndDropsTheirStrikes)
         auto file = TypeprobeResourceFile::initWithFile(dir / "Serif", false);
         ASSERT_TRUE(file);
         auto fond = file->getResourceHandleForType(fourCC("FOND"), 1096);
-        file->purgeFromFOND(fond.get(), {1, 2}, true);
-        EXPECT_EQ(fond->size(), 9004u - 24);
-        EXPECT_EQ(file->getSortedResIDsForType(fourCC("NFNT")),
-                  (std::vector<int16_t>{1096, 1097, 1102, 1103}));
-    }
-    auto file = TypeprobeResourceFile::initWithFile(dir / "Serif", true);
-    ASSERT_TRUE(file);
-    auto fond = file->getResourceHandleForType(fourCC("FOND"), 1096);
-    ASSERT_TRUE(fond);
-    EXPECT_EQ(fond->size(), 9004u - 24);
-    uint32_t width = 0, kerning = 0, style = 0;
-    fond->view().u32(16, width);
-    fond->view().u32(20, kerning);
-    fond->view().u32(24, style);
-    EXPECT_EQ(width, 150u - 24);
-    EXPECT_EQ(kerning, 2224u - 24);
-    EXPECT_EQ(style, 8898u - 24);
-    EXPECT_EQ(file->getSortedStylesForFOND(fond.get()), (std::vector<int16_t>{0, 3}));
-    EXPECT_EQ(file->getPostScriptNameForFOND(fond.get(), 3).str(), "DejaVuSerif-BoldItalic");
-    if (FontToolsAvailable()) {
-        const std::string listing = FontToolsListing({"macbinary", dir / "Serif"});
-        EXPECT_EQ(listing.substr(0, 7), "crc ok\n");
-        EXPECT_NE(listing.find("FOND 1096 \"DejaVu Serif\" 8980"), std::string::npos) << listing;
-    }
-}
-
-TEST(FOND, PurgeAllButKeepsOneStyleAndTheResources)
-{
-    TempDir dir;
-    WriteFile(dir / "Serif", ReadFile(CorpusPath("ps-family/DejaVuSerif.bin")));
-    auto file = TypeprobeResourceFile::initWithFile(dir / "Serif", false);
-    ASSERT_TRUE(file);
-    auto fond = file->getResourceHandleForType(fourCC("FOND"), 1096);
-    file->purgeAllBut(2, fond.get());
-    EXPECT_EQ(file->getSortedNFNTsForFOND(fond.get(), 2), (std::vector<int16_t>{1100, 1101}));
-    EXPECT_EQ(file->getResIDForFOND(fond.get(), 2), -1);
-    EXPECT_EQ(file->countResType(fourCC("NFNT")), 8);
-    EXPECT_EQ(file->getResourceHandleForType(fourCC("FOND"), 1096)->size(), 9004u - 36);
-}
-
-TEST(FOND, PromotingAStyleMakesItThePlainStyle)
-{
-    TempDir dir;
-    WriteFile(dir / "Serif", ReadFile(CorpusPath("ps-family/DejaVuSerif.bin")));
-    {
-        auto file = TypeprobeResourceFile::initWithFile(dir / "Serif", false);
-        ASSERT_TRUE(file);
-        auto fond = file->getResourceHandleForType(fourCC("FOND"), 1096);
-        file->purgeAllBut(3, fond.get());
+        file->purgeFromFOND(fond.get(), {1, 2}, true);  // entries and strikes
+        file->purgeAllBut(3, fond.get());                // entries only
         file->promoteFOND(fond.get(), 3);
     }
     auto file = TypeprobeResourceFile::initWithFile(dir / "Serif", true);
     ASSERT_TRUE(file);
+    EXPECT_EQ(file->getSortedResIDsForType(fourCC("NFNT")), (std::vector<int16_t>{1096, 1097, 1102, 1103}));
     auto fond = file->getResourceHandleForType(fourCC("FOND"), 1096);
     ASSERT_TRUE(fond);
     EXPECT_EQ(fond->name, "DejaVuSerif-BoldItalic");
+    EXPECT_EQ(fond->size(), 9004u - 36);  // 6 of 8 entries gone
+    EXPECT_EQ(std::make_tuple(U32(*fond, 16), U32(*fond, 20), U32(*fond, 24)),
+              std::make_tuple(150u - 36, 2224u - 36, 8898u - 36));
     EXPECT_EQ(file->getSortedStylesForFOND(fond.get()), (std::vector<int16_t>{0}));
-    EXPECT_EQ(file->getPostScriptNameForFOND(fond.get(), 0).str(), "DejaVuSerif-BoldItalic");
+    EXPECT_EQ(file->getSortedNFNTsForFOND(fond.get(), 0), (std::vector<int16_t>{1102, 1103}));
     EXPECT_EQ(file->getPostScriptNameForFOND(fond.get(), 1).str(), "DejaVuSerif-BoldItalic");
     // Kerning: the promoted style's entry becomes 0, every other 1.
-    uint32_t kerning = 0;
-    fond->view().u32(20, kerning);
     std::vector<int16_t> kernStyles;
-    size_t at = kerning + 2;
-    for (int i = 0; i < 4; ++i) {
-        int16_t s = 0;
+    for (size_t at = U32(*fond, 20) + 2, i = 0; i < 4; ++i) {
+        int16_t style = 0;
         uint16_t pairs = 0;
-        ASSERT_TRUE(fond->view().i16(at, s) && fond->view().u16(at + 2, pairs));
-        kernStyles.push_back(s);
+        ASSERT_TRUE(fond->view().i16(at, style) && fond->view().u16(at + 2, pairs));
+        kernStyles.push_back(style);
         at += 4 + 4 * size_t(pairs);
     }
     EXPECT_EQ(kernStyles, (std::vector<int16_t>{1, 1, 1, 0}));

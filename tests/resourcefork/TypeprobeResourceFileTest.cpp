@@ -1,8 +1,12 @@
+// The resource-file accessor and its flat wrappers: which files open, map
+// order against ID order, the kind tests, and neutral answers for no file.
 #include "resourcefork/TypeprobeResourceFile.h"
 
 #include <gtest/gtest.h>
 
+#include "common/FondBuilder.h"
 #include "common/MacFixtures.h"
+#include "resourcefork/ResourceFileAccess.h"
 
 namespace {
 
@@ -23,7 +27,13 @@ std::string Data(const ResourceHandlePtr& handle)
     return handle ? std::string(handle->data.begin(), handle->data.end()) : "(null)";
 }
 
-TEST(TypeprobeResourceFile, OpensOnlyFilesThatHoldAMap)
+std::unique_ptr<TypeprobeResourceFile> Open(const TempDir& dir, const Bytes& bytes, bool readOnly = true)
+{
+    WriteFile(dir / "map.dfont", bytes);
+    return TypeprobeResourceFile::initWithFile(dir / "map.dfont", readOnly);
+}
+
+TEST(TypeprobeResourceFile, OpensOnlyFilesThatHoldAMapResourceForkFirst)
 {
     TempDir dir;
     WriteFile(dir / "text", Text("no resource map in here, only some text of some length"));
@@ -31,129 +41,137 @@ TEST(TypeprobeResourceFile, OpensOnlyFilesThatHoldAMap)
     Bytes badMap = UnorderedMap();
     badMap[7] = 0xFF;  // map offset past the end
     WriteFile(dir / "bad.dfont", badMap);
-    for (const char* name : {"text", "empty", "bad.dfont", "missing"})
+    for (const char* name : {"text", "empty", "bad.dfont", "missing", ""})
         EXPECT_FALSE(TypeprobeResourceFile::initWithFile(dir / name, true)) << name;
-    EXPECT_FALSE(TypeprobeResourceFile::initWithFile(dir.path(), true));
 
-    auto suitcase = TypeprobeResourceFile::initWithFile(CorpusPath("ps-family/DejaVuSerif.bin"), true);
-    ASSERT_TRUE(suitcase);
-    EXPECT_FALSE(suitcase->isDataFork());
-    EXPECT_EQ(suitcase->file().str(), CorpusPath("ps-family/DejaVuSerif.bin"));
-    auto dfont = TypeprobeResourceFile::initWithFile(CorpusPath("dfont/DejaVuSans.dfont"), true);
-    ASSERT_TRUE(dfont);
-    EXPECT_TRUE(dfont->isDataFork());
-}
-
-TEST(TypeprobeResourceFile, MalformedResourceForkFallsBackToTheDataFork)
-{
-    TempDir dir;
+    // A broken resource fork falls back to the data fork's map; a valid one hides it.
     WriteFile(dir / "font", UnorderedMap());
-    Bytes broken = ResourceFile({{"sfnt", 1, std::nullopt, Text("x")}});
-    broken.resize(broken.size() - 1);
-    MacParts parts;
-    parts.type = fourCC("FFIL");
-    parts.resource = broken;
-    WriteFile(dir / "._font", PlainAppleDouble(parts));
-    auto file = TypeprobeResourceFile::initWithFile(dir / "font", true);
-    ASSERT_TRUE(file);
-    EXPECT_TRUE(file->isDataFork());
-    EXPECT_EQ(file->countResType(fourCC("NFNT")), 4);
-
-    // A valid resource fork hides the data fork's map.
-    WriteFile(dir / "._font", PlainAppleDouble([&] {
-                  parts.resource = ResourceFile({{"sfnt", 1, std::nullopt, Text("x")}});
-                  return parts;
-              }()));
-    file = TypeprobeResourceFile::initWithFile(dir / "font", true);
-    ASSERT_TRUE(file);
-    EXPECT_FALSE(file->isDataFork());
-    EXPECT_EQ(file->countResType(fourCC("NFNT")), 0);
-    EXPECT_EQ(file->countResType(fourCC("sfnt")), 1);
+    MacParts parts{"font", fourCC("FFIL"), 0, {}, ResourceFile({{"sfnt", 1, std::nullopt, Text("x")}})};
+    for (bool broken : {true, false}) {
+        if (broken) parts.resource.pop_back();
+        WriteFile(dir / "._font", PlainAppleDouble(parts));
+        auto file = TypeprobeResourceFile::initWithFile(dir / "font", true);
+        ASSERT_TRUE(file);
+        EXPECT_EQ(file->isDataFork(), broken);
+        EXPECT_EQ(file->countResType(fourCC("NFNT")), broken ? 4 : 0);
+        parts.resource = ResourceFile({{"sfnt", 1, std::nullopt, Text("x")}});
+    }
 }
 
-TEST(TypeprobeResourceFile, CountsTypesAndSortsIDs)
+TEST(TypeprobeResourceFile, IndexesFollowMapOrderIDListsAreSorted)
 {
     TempDir dir;
-    WriteFile(dir / "map.dfont", UnorderedMap());
-    auto file = TypeprobeResourceFile::initWithFile(dir / "map.dfont", true);
+    auto file = Open(dir, UnorderedMap());
     ASSERT_TRUE(file);
-    EXPECT_EQ(file->count1ResTypes(), 2);
-    EXPECT_EQ(file->countResType(fourCC("NFNT")), 4);
-    EXPECT_EQ(file->countResType(fourCC("POST")), 0);
-    EXPECT_EQ(file->getSortedResIDsForType(fourCC("NFNT")), (std::vector<int16_t>{-2, 12, 300}));
-    EXPECT_TRUE(file->getSortedResIDsForType(fourCC("POST")).empty());
-}
-
-TEST(TypeprobeResourceFile, IndexedAccessFollowsMapOrder)
-{
-    TempDir dir;
-    WriteFile(dir / "map.dfont", UnorderedMap());
-    auto file = TypeprobeResourceFile::initWithFile(dir / "map.dfont", true);
-    ASSERT_TRUE(file);
-    uint32_t type = 1;
-    file->getResourceTypeViaGet1IndType(&type, 1);
-    EXPECT_EQ(type, fourCC("NFNT"));
-    file->getResourceTypeViaGet1IndType(&type, 2);
-    EXPECT_EQ(type, fourCC("FOND"));
-    for (int16_t index : {0, 3, -1}) {
-        type = 1;
-        file->getResourceTypeViaGet1IndType(&type, index);
-        EXPECT_EQ(type, 0u) << index;
+    const uint32_t nfnt = fourCC("NFNT"), post = fourCC("POST");
+    EXPECT_EQ(std::make_tuple(file->count1ResTypes(), file->countResType(nfnt), file->countResType(post)), std::make_tuple(2, 4, 0));
+    EXPECT_EQ(file->getSortedResIDsForType(nfnt), (std::vector<int16_t>{-2, 12, 300}));
+    EXPECT_TRUE(file->getSortedResIDsForType(post).empty());
+    for (auto [index, type] : {std::pair<int16_t, uint32_t>{1, nfnt}, {2, fourCC("FOND")}, {0, 0}, {3, 0}, {-1, 0}}) {
+        uint32_t found = 1;
+        file->getResourceTypeViaGet1IndType(&found, index);
+        EXPECT_EQ(found, type) << index;
     }
     file->getResourceTypeViaGet1IndType(nullptr, 1);
-
-    const uint32_t nfnt = fourCC("NFNT");
-    EXPECT_EQ(Data(file->getResourceHandleViaGet1IndResource(nfnt, 1)), "a");
-    EXPECT_EQ(Data(file->getResourceHandleViaGet1IndResource(nfnt, 2)), "b");
-    EXPECT_EQ(Data(file->getResourceHandleViaGet1IndResource(nfnt, 4)), "d");
-    EXPECT_FALSE(file->getResourceHandleViaGet1IndResource(nfnt, 5));
-    EXPECT_FALSE(file->getResourceHandleViaGet1IndResource(nfnt, 0));
-    EXPECT_FALSE(file->getResourceHandleViaGet1IndResource(fourCC("POST"), 1));
-    // By ID, the first in map order.
-    EXPECT_EQ(Data(file->getResourceHandleForType(nfnt, 300)), "a");
+    for (auto [index, data] : {std::pair<int16_t, const char*>{1, "a"}, {2, "b"}, {4, "d"}, {5, "(null)"}, {0, "(null)"}})
+        EXPECT_EQ(Data(file->getResourceHandleViaGet1IndResource(nfnt, index)), data) << index;
+    EXPECT_FALSE(file->getResourceHandleViaGet1IndResource(post, 1));
+    EXPECT_EQ(Data(file->getResourceHandleForType(nfnt, 300)), "a");  // the first in map order
     EXPECT_FALSE(file->getResourceHandleForType(nfnt, 301));
-}
 
-TEST(TypeprobeResourceFile, HandlesCarryTheirInfo)
-{
-    auto file = TypeprobeResourceFile::initWithFile(CorpusPath("ps-family/DejaVuSerif.bin"), true);
-    ASSERT_TRUE(file);
-    EXPECT_EQ(file->getSortedResIDsForType(fourCC("NFNT")),
-              (std::vector<int16_t>{1096, 1097, 1098, 1099, 1100, 1101, 1102, 1103}));
-    ResourceHandlePtr fond = file->getResourceHandleForType(fourCC("FOND"), 1096);
-    ASSERT_TRUE(fond);
-    EXPECT_EQ(fond->size(), 9004u);
+    ResourceHandlePtr twelve = file->getResourceHandleForType(nfnt, 12);
     int16_t id = 0;
     uint32_t type = 0;
     std::string name;
-    EXPECT_TRUE(TypeprobeResourceFile::GetResInfo(fond.get(), &id, &type, &name));
-    EXPECT_EQ(id, 1096);
-    EXPECT_EQ(type, fourCC("FOND"));
-    EXPECT_EQ(name, "DejaVu Serif");
+    EXPECT_TRUE(TypeprobeResourceFile::GetResInfo(twelve.get(), &id, &type, &name));
+    EXPECT_EQ(std::to_string(id) + fourCCString(type) + name, "12NFNTTwelve");
     EXPECT_FALSE(TypeprobeResourceFile::GetResInfo(nullptr, &id, &type, &name));
-    // Handles are copies: changing one does not reach the file.
-    fond->data.assign(4, 0);
-    EXPECT_EQ(file->getResourceHandleForType(fourCC("FOND"), 1096)->size(), 9004u);
+    twelve->data.assign(4, 0);  // handles are copies
+    EXPECT_EQ(Data(file->getResourceHandleForType(nfnt, 12)), "c");
 }
 
 TEST(TypeprobeResourceFile, PurgeAllButKeepsOnlyTheFirstOfARepeatedID)
 {
     TempDir dir;
-    WriteFile(dir / "map.dfont", UnorderedMap());
     {
-        auto file = TypeprobeResourceFile::initWithFile(dir / "map.dfont", false);
+        auto file = Open(dir, UnorderedMap(), false);
         ASSERT_TRUE(file);
         EXPECT_TRUE(file->purgeAllBut({300, 12}, fourCC("NFNT")));
-        EXPECT_EQ(Data(file->getResourceHandleViaGet1IndResource(fourCC("NFNT"), 1)), "a");
-        EXPECT_EQ(Data(file->getResourceHandleViaGet1IndResource(fourCC("NFNT"), 2)), "c");
-        EXPECT_EQ(file->countResType(fourCC("NFNT")), 2);
-        EXPECT_EQ(file->countResType(fourCC("FOND")), 1);
+        EXPECT_FALSE(file->purgeAllBut({300, 12}, fourCC("NFNT")));
         EXPECT_FALSE(file->purgeResource(fourCC("POST"), 1));
     }
-    auto reopened = TypeprobeResourceFile::initWithFile(dir / "map.dfont", true);
-    ASSERT_TRUE(reopened);
-    EXPECT_EQ(reopened->getSortedResIDsForType(fourCC("NFNT")), (std::vector<int16_t>{12, 300}));
-    EXPECT_EQ(reopened->getResourceHandleForType(fourCC("NFNT"), 12)->name, "Twelve");
+    auto file = TypeprobeResourceFile::initWithFile(dir / "map.dfont", true);
+    ASSERT_TRUE(file);
+    EXPECT_EQ(Data(file->getResourceHandleViaGet1IndResource(fourCC("NFNT"), 1)) +
+                  Data(file->getResourceHandleViaGet1IndResource(fourCC("NFNT"), 2)), "ac");
+    EXPECT_EQ(std::make_pair(file->countResType(fourCC("NFNT")), file->countResType(fourCC("FOND"))), std::make_pair(2, 1));
+}
+
+TEST(ResourceFileAccess, EveryWrapperAcceptsANullFile)
+{
+    ResourceHandle fond;
+    EXPECT_EQ(countResType(nullptr, kTypeFOND), 0);
+    EXPECT_EQ(getHandleOfTypeAndIndex(nullptr, kTypeFOND, 1), nullptr);
+    EXPECT_EQ(getHandleOfTypeAndResID(nullptr, kTypeFOND, 1), nullptr);
+    EXPECT_TRUE(getSortedResIDsForType(nullptr, kTypeFOND).empty());
+    EXPECT_TRUE(getPrinterFiles(nullptr).empty());
+    EXPECT_EQ(getCountOfUniqueStyles(nullptr, &fond), 0);
+    EXPECT_EQ(getStyleFromStyleIndex(nullptr, &fond, 0), -1);
+    EXPECT_EQ(getFirstResourceIDFromHandleAndStyle(nullptr, &fond, 0), -1);
+    EXPECT_TRUE(getSortedResIDsForStyle(nullptr, &fond, -1).empty());
+    for (auto test : {is_psfont, is_psprinterfont, FileHasFONDsInResourceFork, FileHasPOSTsInResourceFork, hasValidResourcePSHeader})
+        EXPECT_FALSE(test(nullptr));
+    EXPECT_FALSE(has_ttc_true_Flag(nullptr, &fond, 0) || has_OTTO_Flag_inResource(nullptr, &fond, 0));
+}
+
+TEST(ResourceFileAccess, StylesAndIDsOfAFamily)
+{
+    fondbuilder::FondRecipe recipe;
+    recipe.entries = {{12, 1, 5}, {0, 0, 4}, {10, 1, 3}, {12, 2, 3}, {12, -1, 9}};
+    TempDir dir;
+    auto file = Open(dir, ResourceFile({{"FOND", 1, "F", fondbuilder::BuildFond(recipe)}}));
+    ASSERT_TRUE(file);
+    auto fond = getHandleOfTypeAndIndex(file.get(), kTypeFOND, 1);
+    EXPECT_EQ(getCountOfUniqueStyles(file.get(), fond.get()), 4);
+    EXPECT_EQ(getStyleFromStyleIndex(file.get(), fond.get(), 3), 2);
+    EXPECT_EQ(getStyleFromStyleIndex(file.get(), fond.get(), 4), -1);
+    EXPECT_EQ(getFirstResourceIDFromHandleAndStyle(file.get(), fond.get(), 1), 5);
+    EXPECT_EQ(getFirstResourceIDFromHandleAndStyle(file.get(), fond.get(), 3), -1);
+    // Compared unsigned: an entry's style -1 is never found (intended).
+    EXPECT_EQ(getFirstResourceIDFromHandleAndStyle(file.get(), fond.get(), -1), -1);
+    EXPECT_EQ(getSortedResIDsForStyle(file.get(), fond.get(), 1), (std::vector<int16_t>{3, 5}));
+    EXPECT_EQ(getSortedResIDsForStyle(file.get(), fond.get(), -1), (std::vector<int16_t>{3, 3, 4, 5, 9}));
+}
+
+TEST(ResourceFileAccess, KindTestsReadTheFacesOutlineAndTheFilesTypes)
+{
+    struct Case { std::string sfnt, fondName; std::vector<TestResource> more; const char* expected; };
+    const Case cases[] = {  // 0 or 1 for: true, OTTO, NFNT, POST 501, FOND, POST, typ1
+        {"true", "Family", {}, "1000100"},
+        {std::string("\0\1\0\0", 4), "A-CID Family", {}, "1000100"},
+        {"true", "A-CID Family", {}, "0000100"},
+        {"true", "Family CID-B", {}, "0000100"},
+        {"OTTO", "Family", {{"NFNT", 1, std::nullopt, Text("strike")}}, "0110100"},
+        {"typ1", "Family", {{"POST", 502, std::nullopt, Text("chunk")}}, "0000111"},
+        {"tru", "Family", {{"POST", 501, std::nullopt, Text("chunk")}}, "0001110"},
+    };
+    fondbuilder::FondRecipe recipe;
+    recipe.entries = {{0, 0, 20}};
+    for (const Case& c : cases) {
+        std::vector<TestResource> resources = c.more;
+        resources.push_back({"sfnt", 20, std::nullopt, Text(c.sfnt)});
+        resources.push_back({"FOND", 1, c.fondName, fondbuilder::BuildFond(recipe)});
+        TempDir dir;
+        auto file = Open(dir, ResourceFile(resources));
+        ASSERT_TRUE(file);
+        auto fond = getHandleOfTypeAndIndex(file.get(), kTypeFOND, 1);
+        std::string found;
+        for (bool b : {has_ttc_true_Flag(file.get(), fond.get(), 0), has_OTTO_Flag_inResource(file.get(), fond.get(), 0),
+                       is_psfont(file.get()), is_psprinterfont(file.get()), FileHasFONDsInResourceFork(file.get()),
+                       FileHasPOSTsInResourceFork(file.get()), hasValidResourcePSHeader(file.get())})
+            found += b ? '1' : '0';
+        EXPECT_EQ(found, c.expected) << c.sfnt << " " << c.fondName;
+    }
 }
 
 }  // namespace
