@@ -86,18 +86,6 @@ TEST(Exports, PerFaceAccessorResultCodes)
     }
 }
 
-TEST(Exports, WindowsMMFileNeedsAPrinterFontOfItsKind)
-{
-    TP_FontArray noPrinterBit = Array({Face("Name", kTP_AttrWindowsMMFile)});
-    TP_FontSpecifier ttf = Face();
-    ttf.printerFontName = "/Fonts/Other.ttf";
-    TP_FontArray notPfb = Array({ttf});
-    char buffer[64] = "untouched";
-    EXPECT_EQ(TP_GetWindowsMMFile(&noPrinterBit, 0, buffer, sizeof buffer), 1u);
-    EXPECT_EQ(TP_GetWindowsMMFile(&notPfb, 0, buffer, sizeof buffer), 1u);
-    EXPECT_STREQ(buffer, "untouched");
-}
-
 TEST(Exports, CopyOutRule)
 {
     TP_FontArray array = Array({Face("Family")});  // 6 characters
@@ -156,40 +144,40 @@ TEST(Exports, FontIndexForFONDResourceID)
     EXPECT_EQ(index, 0u);
 }
 
-TEST(Exports, VersionCleaning)
+// Texts the accessors derive: the version cut to its number, the foundry
+// resolved through the shipped table ("mac"
+// faces, any case, take the legacy path, where creator codes come first
+// unless they are questionable), the multiple-master file of a .PFB only.
+TEST(Exports, DerivedTexts)
 {
-    const struct { const char *version, *cleaned; } cases[] = {{"Version 1.002;PS 001.002", "1.002"}, {"001.000", "001.000"},
-                 {"v2.0-beta3 build", "2.0-"}, {"no digits here", ""}, {"", ""}};
-    for (const auto& c : cases) {
-        TP_FontSpecifier face = Face();
-        face.version = c.version;
-        TP_FontArray array = Array({face});
-        char buffer[64] = "untouched";
-        EXPECT_EQ(TP_GetVersion(&array, 0, buffer, sizeof buffer), 0u);
-        EXPECT_STREQ(buffer, c.cleaned) << c.version;
-    }
-}
-
-// The shipped foundry table decides; "mac" faces (any case) take the legacy
-// path, where creator codes come first unless they are questionable.
-TEST(Exports, FoundryResolution)
-{
-    const struct { TextAccessor get; const char *foundry, *platform; uint32_t fileCreator, outlineCreator; const char* expected; } cases[] = {
-        {TP_GetFoundryName, "Copyright (c) 2003 by Bitstream, Inc. DejaVu changes", "crossplatform", 0, 0, "DejaVu"},
-        {TP_GetFoundryName, "Nobody in particular", "crossplatform", 0, 0, "--"},
-        {TP_GetFoundryName, "", "crossplatform", 0, 0, "--"},
-        {TP_GetFoundryName, "Nobody in particular", "MAC", 0, fourCC("ASPF"), "Adobe"},
-        {TP_GetLegacyFoundryName, "(URW)++ Design", "mac", fourCC("DMOV"), 0, "URW"},
-        {TP_GetLegacyFoundryName, "Nobody in particular", "crossplatform", 0, fourCC("ASPF"), "Adobe"},
+    struct Row {
+        TextAccessor get;
+        const char *version = "", *foundry = "", *platform = "crossplatform", *printer = "/Fonts/MyMM____.PFB";
+        uint32_t fileCreator = 0, outlineCreator = 0, valid = kTP_AllAttributes;
+        unsigned long code = 0;
+        const char* expected;
     };
-    for (const auto& c : cases) {
-        TP_FontSpecifier face = Face();
-        face.foundryName = c.foundry, face.platform = c.platform;
-        face.fileCreator = c.fileCreator, face.outlineFileCreator = c.outlineCreator;
+    const Row rows[] = {
+        {.get = TP_GetVersion, .version = "Version 1.002;PS 001.002", .expected = "1.002"},
+        {.get = TP_GetVersion, .version = "001.000", .expected = "001.000"},
+        {.get = TP_GetVersion, .version = "v2.0-beta3 build", .expected = "2.0-"},
+        {.get = TP_GetVersion, .version = "no digits here", .expected = ""}, {.get = TP_GetVersion, .expected = ""},
+        {.get = TP_GetFoundryName, .foundry = "Copyright (c) 2003 by Bitstream, Inc. DejaVu changes", .expected = "DejaVu"},
+        {.get = TP_GetFoundryName, .foundry = "Nobody in particular", .expected = "--"}, {.get = TP_GetFoundryName, .expected = "--"},
+        {.get = TP_GetFoundryName, .foundry = "Nobody in particular", .platform = "MAC", .outlineCreator = fourCC("ASPF"), .expected = "Adobe"},
+        {.get = TP_GetLegacyFoundryName, .foundry = "(URW)++ Design", .platform = "mac", .fileCreator = fourCC("DMOV"), .expected = "URW"},
+        {.get = TP_GetLegacyFoundryName, .foundry = "Nobody in particular", .outlineCreator = fourCC("ASPF"), .expected = "Adobe"},
+        {.get = TP_GetWindowsMMFile, .valid = kTP_AttrWindowsMMFile, .code = 1, .expected = "untouched"},
+        {.get = TP_GetWindowsMMFile, .printer = "/Fonts/Other.ttf", .code = 1, .expected = "untouched"},
+    };
+    for (const Row& row : rows) {
+        TP_FontSpecifier face = Face("Name", row.valid);
+        face.version = row.version, face.foundryName = row.foundry, face.platform = row.platform, face.printerFontName = row.printer;
+        face.fileCreator = row.fileCreator, face.outlineFileCreator = row.outlineCreator;
         TP_FontArray array = Array({face});
         char buffer[128] = "untouched";
-        EXPECT_EQ(c.get(&array, 0, buffer, sizeof buffer), 0u);
-        EXPECT_STREQ(buffer, c.expected) << c.foundry << " " << c.platform;
+        EXPECT_EQ(row.get(&array, 0, buffer, sizeof buffer), row.code) << row.expected;
+        EXPECT_STREQ(buffer, row.expected) << row.version << row.foundry << row.printer;
     }
 }
 

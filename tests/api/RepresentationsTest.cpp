@@ -114,14 +114,23 @@ TEST(Representations, WritersFillTheTemplateThroughTheAccessors)
     EXPECT_EQ(Write(TP_GetPropertyListRepresentation, array.get()),
               kPlistHeader + "<array>\n" + PlistDict(full) + PlistDict(sparse) + "</array>\n</plist>\n");
 
-    // Kept: the property list carries the kerning checksum's digits into an
-    // invalid Typeprobe checksum; the XML writer resets the number first.
-    TP_FontSpecifier noChecksum = FullFace();
-    noChecksum.validAttributes &= ~kTP_AttrTypeprobeChecksum;
-    Array carried = Make({noChecksum});
-    EXPECT_NE(Write(TP_GetPropertyListRepresentation, carried.get()).find("<string>00001234</string>\n\t\t<key>OutlineFileSize"),
+    // Kept: the XML writer substitutes plainly (no escaping, a value holding
+    // a later placeholder gets that later value, values cut at the 512-byte
+    // work buffer); the property list carries the kerning checksum's digits
+    // into an invalid Typeprobe checksum, the XML writer resets it first.
+    TP_FontSpecifier odd = FullFace(), longName = FullFace();
+    odd.familyName = "A & B <i>", odd.postScriptName = "PLACEHOLDER_FONTKIND-PLACEHOLDER_VERSION";
+    odd.validAttributes &= ~kTP_AttrTypeprobeChecksum;
+    longName.postScriptName = "Long", longName.familyName = std::string(600, 'f');
+    Array oddArray = Make({odd, longName});
+    const std::string oddXML = Write(TP_GetXMLRepresentation, oddArray.get());
+    for (const char* part : {"<Family>A & B <i></Family>", "<PostScriptName>PLACEHOLDER_FONTKIND-1.002</PostScriptName>",
+                             "<Checksum>00000000</Checksum>"})
+        EXPECT_NE(oddXML.find(part), std::string::npos) << part;
+    EXPECT_NE(Write(TP_GetPropertyListRepresentation, oddArray.get()).find("<string>00001234</string>\n\t\t<key>OutlineFileSize"),
               std::string::npos);
-    EXPECT_NE(Write(TP_GetXMLRepresentation, carried.get()).find("<Checksum>00000000</Checksum>"), std::string::npos);
+    Array back = Read(TP_CreateSpecifierFromXML, oddXML);
+    EXPECT_EQ(back->at(0).familyName.str() + "|" + back->at(1).familyName.str(), "A & B <i>|" + std::string(511, 'f'));
 
     // No faces: the frame alone, result 1; read back, nothing.
     Array empty = Make({});
@@ -141,10 +150,7 @@ TEST(Representations, CapacityRule)
     for (Writer write : {TP_GetXMLRepresentation, TP_GetPropertyListRepresentation}) {
         const std::string document = Write(write, array.get());
         const unsigned long size = document.size();
-        const struct {
-            unsigned long capacity, code;
-            std::string written;  // "#" when nothing is written
-        } cases[] = {{size + 1, 0, document}, {size, 4, document.substr(0, size - 1)},
+        const struct { unsigned long capacity, code; std::string written; /* "#": nothing */ } cases[] = {{size + 1, 0, document}, {size, 4, document.substr(0, size - 1)},
                      {1, 4, ""}, {0, 4, "#"}, {static_cast<unsigned long>(-5L), 0, "#"}};
         for (const auto& c : cases) {
             std::vector<char> buffer(size + 8, '#');
@@ -159,26 +165,6 @@ TEST(Representations, CapacityRule)
         EXPECT_EQ(write(array.get(), nullptr, &length), 1u);
         EXPECT_EQ(write(array.get(), buffer, nullptr), 1u);
     }
-}
-
-// Plain textual substitution, kept: no escaping, and a value holding a later
-// placeholder gets that later value; values are cut at the 512-byte work
-// buffer.
-TEST(Representations, XMLWriterSubstitutesPlainly)
-{
-    TP_FontSpecifier face = FullFace();
-    face.familyName = "A & B <i>";
-    face.postScriptName = "PLACEHOLDER_FONTKIND-PLACEHOLDER_VERSION";
-    TP_FontSpecifier longName = FullFace();
-    longName.postScriptName = "Long";
-    longName.familyName = std::string(600, 'f');
-    Array array = Make({face, longName});
-    const std::string xml = Write(TP_GetXMLRepresentation, array.get());
-    EXPECT_NE(xml.find("<Family>A & B <i></Family>"), std::string::npos);
-    EXPECT_NE(xml.find("<PostScriptName>PLACEHOLDER_FONTKIND-1.002</PostScriptName>"), std::string::npos);
-    Array back = Read(TP_CreateSpecifierFromXML, xml);
-    EXPECT_EQ(back->at(0).familyName.str(), "A & B <i>");
-    EXPECT_EQ(back->at(1).familyName.str(), std::string(511, 'f'));
 }
 
 TEST(Representations, XMLReaderTakesTagsFromTheBlockOnward)
@@ -239,10 +225,8 @@ TEST(Representations, ReadersResultCodes)
         named += "<FontData><PostScriptName>" + std::to_string(i) + "</PostScriptName></FontData>";
     const std::string big = "<Family>" + std::string(1 << 20, 'x') + "</Family>";
     const struct { Reader read; std::string text; unsigned long code; std::vector<std::string> kept; } cases[] = {
-        {TP_CreateSpecifierFromXML, "", 4, {}},
-        {TP_CreateSpecifierFromXML, "<TypeprobeData></TypeprobeData>", 4, {}},
-        {TP_CreateSpecifierFromXML, "<FontData><Family>Open</Family>", 4, {}},
-        {TP_CreateSpecifierFromXML, "</FontData><FontData>", 4, {}},
+        {TP_CreateSpecifierFromXML, "", 4, {}}, {TP_CreateSpecifierFromXML, "<TypeprobeData></TypeprobeData>", 4, {}},
+        {TP_CreateSpecifierFromXML, "<FontData><Family>Open</Family>", 4, {}}, {TP_CreateSpecifierFromXML, "</FontData><FontData>", 4, {}},
         {TP_CreateSpecifierFromXML, "<FontData><Family>Unclosed</FontData>", 0, {"/"}},
         {TP_CreateSpecifierFromXML, "junk<FontData><PostScriptName>A</PostScriptName></FontData>"
                                     "<FontData><PostScriptName>B</PostScriptName>", 0, {"A/", "B/"}},
@@ -260,14 +244,11 @@ TEST(Representations, ReadersResultCodes)
         {TP_CreateSpecifierFromPropertyList,
          PlistOf("<array>" + Dict("A", "1") + Dict("B", "2") + Dict("A", "3") + Dict("a", "4") + "</array>"),
          0, {"A/1", "B/2", "a/4"}},
-        {TP_CreateSpecifierFromPropertyList, "", 1, {}},
-        {TP_CreateSpecifierFromPropertyList, "garbage", 1, {}},
+        {TP_CreateSpecifierFromPropertyList, "", 1, {}}, {TP_CreateSpecifierFromPropertyList, "garbage", 1, {}},
         {TP_CreateSpecifierFromPropertyList, "bplist00\x01\x02garbage", 1, {}},
         {TP_CreateSpecifierFromPropertyList, PlistOf("<dict><key>PostScriptName</key><string>A</string></dict>"), 1, {}},
-        {TP_CreateSpecifierFromPropertyList, PlistOf("<string>A</string>"), 1, {}},
-        {TP_CreateSpecifierFromPropertyList, PlistOf("<array/>"), 1, {}},
-        {TP_CreateSpecifierFromPropertyList, PlistOf("<array><dict>"), 1, {}},
-        {TP_CreateSpecifierFromPropertyList, PlistOf(deep), 1, {}},
+        {TP_CreateSpecifierFromPropertyList, PlistOf("<string>A</string>"), 1, {}}, {TP_CreateSpecifierFromPropertyList, PlistOf("<array/>"), 1, {}},
+        {TP_CreateSpecifierFromPropertyList, PlistOf("<array><dict>"), 1, {}}, {TP_CreateSpecifierFromPropertyList, PlistOf(deep), 1, {}},
     };
     for (const auto& c : cases) {
         Array array = Read(c.read, c.text, c.code);

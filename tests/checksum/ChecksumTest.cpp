@@ -65,12 +65,7 @@ TEST(CalculateFileChecksum, WholeFileRule)
     TempDir dir;
     WriteFile(dir / "font", Text("a data fork"));
     WriteFile(dir / "empty", {});
-    const struct {
-        const char* file;
-        unsigned long entry;
-        bool counted;
-        unsigned long total;
-    } cases[] = {{"font", 0x55, true, Crc(Text("a data fork"))}, {"font", Crc(Text("a data fork")), false, Crc(Text("a data fork"))},
+    const struct { const char* file; unsigned long entry; bool counted; unsigned long total; } cases[] = {{"font", 0x55, true, Crc(Text("a data fork"))}, {"font", Crc(Text("a data fork")), false, Crc(Text("a data fork"))},
                  {"empty", 0, false, 0}, {"missing", 9, true, 0}};  // nothing read, yet the value changed
     for (const auto& c : cases) {
         unsigned long total = c.entry, dataFork = 0;
@@ -80,11 +75,7 @@ TEST(CalculateFileChecksum, WholeFileRule)
     }
     EXPECT_TRUE(CChecksum::CalculateFileChecksum(dir / "font", nullptr, nullptr));
     // Inside a scope each file is read once, however often it changes.
-    const auto checksum = [&] {
-        unsigned long total = 0;
-        CChecksum::CalculateFileChecksum(dir / "font", &total, nullptr);
-        return total;
-    };
+    const auto checksum = [&] { unsigned long total = 0; CChecksum::CalculateFileChecksum(dir / "font", &total, nullptr); return total; };
     {
         ReadScope scope;
         checksum();
@@ -140,30 +131,22 @@ TEST(FondKerning, SumsAndPairCRC)
     EXPECT_EQ(withCount(0x7FFF), withCount(uint16_t(table.size() / 4)));
 }
 
-struct Face { ResourceFilePtr file; ResourceHandlePtr fond; };
-
-Face Open(const std::string& path)
-{
-    Face face;
-    face.file = AllocateResourceFile(path, true);
-    face.fond = getHandleOfTypeAndIndex(face.file.get(), kTypeFOND, 1);
-    return face;
-}
+// A resource file and its first family resource.
+struct Face {
+    explicit Face(const std::string& path) : file(AllocateResourceFile(path, true)), fond(getHandleOfTypeAndIndex(file.get(), kTypeFOND, 1)) {}
+    ResourceFilePtr file;
+    ResourceHandlePtr fond;
+};
 
 // Outlines win; bitmaps (NFNT then FONT per ID, IDs ascending) count only
 // when no outline did and the running value was 0. One ID per association
 // entry: an ID listed twice is taken twice (kept).
 TEST(ChecksumNFNTsfntFONT, OutlinesWinOverBitmaps)
 {
-    const Bytes sfnt300 = Text("outline 300"), sfnt301 = Text("outline 301"), nfnt300 = Text("strike 300"),
-                font300 = Text("old strike 300"), nfnt301 = Text("strike 301");
+    const Bytes sfnt300 = Text("outline 300"), sfnt301 = Text("outline 301"), nfnt300 = Text("strike 300"), font300 = Text("old strike 300"), nfnt301 = Text("strike 301");
     const Bytes fond = fondbuilder::BuildFond({.entries = {{12, 0, 301}, {0, 0, 300}, {12, 1, 302}}, .strings = {}});
     const Bytes twice = fondbuilder::BuildFond({.entries = {{12, 0, 300}, {0, 0, 300}}, .strings = {}});
-    const struct {
-        const char* what;
-        std::vector<TestResource> resources;
-        unsigned long incoming, expected;
-    } cases[] = {
+    const struct { const char* what; std::vector<TestResource> resources; unsigned long incoming, expected; } cases[] = {
         {"sfnt over NFNT", {{"NFNT", 300, {}, nfnt300}, {"sfnt", 301, {}, sfnt301}, {"NFNT", 301, {}, nfnt301}, {"FOND", 128, "F", fond}},
          0, Crc(sfnt301)},
         {"bitmaps", {{"NFNT", 301, {}, nfnt301}, {"FONT", 300, {}, font300}, {"NFNT", 300, {}, nfnt300}, {"FOND", 128, "F", fond}},
@@ -177,7 +160,7 @@ TEST(ChecksumNFNTsfntFONT, OutlinesWinOverBitmaps)
     TempDir dir;
     for (const auto& c : cases) {
         WriteFile(dir / "face.dfont", ResourceFile(c.resources));
-        Face face = Open(dir / "face.dfont");
+        Face face(dir / "face.dfont");
         ASSERT_TRUE(face.fond) << c.what;
         EXPECT_EQ(ChecksumNFNTsfntFONT(face.file.get(), face.fond.get(), 0, c.incoming), c.expected) << c.what;
         EXPECT_EQ(ChecksumNFNTsfntFONT(face.file.get(), nullptr, 0, 5), 5u);
@@ -203,7 +186,7 @@ TEST(GetVantorChecksum, PrinterFontsAndTheFileFallback)
     TempDir dir;
     WriteFile(dir / "Synth.dfont", suitcase);
     const auto vantor = [&](int16_t style, bool crossPlatform) {
-        Face face = Open(dir / "Synth.dfont");
+        Face face(dir / "Synth.dfont");
         unsigned long legacy = 9;
         const unsigned long checksum =
             GetVantorChecksum(LxString(dir / "Synth.dfont"), face.file.get(), face.fond.get(), style, crossPlatform, legacy);
