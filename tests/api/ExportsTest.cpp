@@ -147,12 +147,11 @@ TEST(Exports, DerivedTexts)
         const char* expected;
     };
     const Row rows[] = {
-        {.get = TP_GetVersion, .version = "Version 1.002;PS 001.002", .expected = "1.002"},
-        {.get = TP_GetVersion, .version = "001.000", .expected = "001.000"},
-        {.get = TP_GetVersion, .version = "v2.0-beta3 build", .expected = "2.0-"},
-        {.get = TP_GetVersion, .version = "no digits here", .expected = ""}, {.get = TP_GetVersion, .expected = ""},
+        {.get = TP_GetVersion, .version = "Version 1.002;PS 001.002", .expected = "1.002"}, {.get = TP_GetVersion, .version = "001.000", .expected = "001.000"},
+        {.get = TP_GetVersion, .version = "v2.0-beta3 build", .expected = "2.0-"}, {.get = TP_GetVersion, .version = "no digits here", .expected = ""},
+        {.get = TP_GetVersion, .expected = ""}, {.get = TP_GetFoundryName, .expected = "--"},
         {.get = TP_GetFoundryName, .foundry = "Copyright (c) 2003 by Bitstream, Inc. DejaVu changes", .expected = "DejaVu"},
-        {.get = TP_GetFoundryName, .foundry = "Nobody in particular", .expected = "--"}, {.get = TP_GetFoundryName, .expected = "--"},
+        {.get = TP_GetFoundryName, .foundry = "Nobody in particular", .expected = "--"},
         {.get = TP_GetFoundryName, .foundry = "Nobody in particular", .platform = "MAC", .outlineCreator = fourCC("ASPF"), .expected = "Adobe"},
         {.get = TP_GetLegacyFoundryName, .foundry = "(URW)++ Design", .platform = "mac", .fileCreator = fourCC("DMOV"), .expected = "URW"},
         {.get = TP_GetLegacyFoundryName, .foundry = "Nobody in particular", .outlineCreator = fourCC("ASPF"), .expected = "Adobe"},

@@ -23,7 +23,7 @@ using Reader = unsigned long (*)(const char*, TP_FontArray**);
 // The document, written into a buffer of exactly the size asked for.
 std::string Write(Writer write, TP_FontArray* array, unsigned long expectedCode = 0)
 {
-    char probe = 'x';
+    char probe = 'x';  // any buffer: only the length is asked for
     unsigned long length = 0;
     write(array, &probe, &length);
     std::vector<char> buffer(length + 8, '#');
@@ -176,8 +176,7 @@ std::string PlistOf(const std::string& body) { return kPlistHeader + body + "\n<
 
 std::string Dict(const char* name, const char* family)
 {
-    return std::string("<dict><key>PostScriptName</key><string>") + name +
-           "</string><key>Family</key><string>" + family + "</string></dict>";
+    return std::string("<dict><key>PostScriptName</key><string>") + name + "</string><key>Family</key><string>" + family + "</string></dict>";
 }
 
 // Each reader keeps the first face of each PostScript name; the XML reader
@@ -190,16 +189,14 @@ TEST(Representations, ReadersResultCodes)
     for (int i = 0; i < 20000; ++i)
         named += "<FontData><PostScriptName>" + std::to_string(i) + "</PostScriptName></FontData>";
     const std::string big = "<Family>" + std::string(1 << 20, 'x') + "</Family>";
+    const Reader xml = TP_CreateSpecifierFromXML, plist = TP_CreateSpecifierFromPropertyList;
     const struct { Reader read; std::string text; unsigned long code; std::vector<std::string> kept; } cases[] = {
-        {TP_CreateSpecifierFromXML, "", 4, {}}, {TP_CreateSpecifierFromXML, "<TypeprobeData></TypeprobeData>", 4, {}},
-        {TP_CreateSpecifierFromXML, "<FontData><Family>Open</Family>", 4, {}}, {TP_CreateSpecifierFromXML, "</FontData><FontData>", 4, {}},
-        {TP_CreateSpecifierFromXML, "<FontData><Family>Unclosed</FontData>", 0, {"/"}},
+        {xml, "", 4, {}}, {xml, "<TypeprobeData></TypeprobeData>", 4, {}}, {xml, "<FontData><Family>Open</Family>", 4, {}},
+        {xml, "</FontData><FontData>", 4, {}}, {xml, "<FontData><Family>Unclosed</FontData>", 0, {"/"}},
         // A block's tags are looked for up to the document's end, as intended.
-        {TP_CreateSpecifierFromXML, "<FontData><PostScriptName>A</PostScriptName></FontData><FontData><Family>Later</Family></FontData>", 0,
-         {"A/Later", "/Later"}},
-        {TP_CreateSpecifierFromXML, "junk<FontData><PostScriptName>A</PostScriptName></FontData>"
-                                    "<FontData><PostScriptName>B</PostScriptName>", 0, {"A/", "B/"}},
-        {TP_CreateSpecifierFromXML,
+        {xml, "<FontData><PostScriptName>A</PostScriptName></FontData><FontData><Family>Later</Family></FontData>", 0, {"A/Later", "/Later"}},
+        {xml, "junk<FontData><PostScriptName>A</PostScriptName></FontData><FontData><PostScriptName>B</PostScriptName>", 0, {"A/", "B/"}},
+        {xml,
          "<FontData><PostScriptName>A</PostScriptName><Family>1</Family></FontData>"
          "<FontData><PostScriptName>B</PostScriptName><Family>2</Family></FontData>"
          "<FontData><PostScriptName>A</PostScriptName><Family>3</Family></FontData>"
@@ -208,15 +205,11 @@ TEST(Representations, ReadersResultCodes)
          0, {"A/1", "B/2", "a/4", "/5"}},
         // Blocks without names of their own share one face; named blocks
         // that would each copy a megabyte are refused.
-        {TP_CreateSpecifierFromXML, shared + big, 0, {"/" + std::string(1 << 20, 'x')}},
-        {TP_CreateSpecifierFromXML, named + big, 1, {}},
-        {TP_CreateSpecifierFromPropertyList, PlistOf("<array>" + Dict("A", "1") + Dict("B", "2") + Dict("A", "3") + Dict("a", "4") + "</array>"),
-         0, {"A/1", "B/2", "a/4"}},
-        {TP_CreateSpecifierFromPropertyList, "", 1, {}}, {TP_CreateSpecifierFromPropertyList, "garbage", 1, {}},
-        {TP_CreateSpecifierFromPropertyList, "bplist00\x01\x02garbage", 1, {}},
-        {TP_CreateSpecifierFromPropertyList, PlistOf("<dict><key>PostScriptName</key><string>A</string></dict>"), 1, {}},
-        {TP_CreateSpecifierFromPropertyList, PlistOf("<string>A</string>"), 1, {}}, {TP_CreateSpecifierFromPropertyList, PlistOf("<array/>"), 1, {}},
-        {TP_CreateSpecifierFromPropertyList, PlistOf("<array><dict>"), 1, {}}, {TP_CreateSpecifierFromPropertyList, PlistOf(deep), 1, {}},
+        {xml, shared + big, 0, {"/" + std::string(1 << 20, 'x')}}, {xml, named + big, 1, {}},
+        {plist, PlistOf("<array>" + Dict("A", "1") + Dict("B", "2") + Dict("A", "3") + Dict("a", "4") + "</array>"), 0, {"A/1", "B/2", "a/4"}},
+        {plist, "", 1, {}}, {plist, "garbage", 1, {}}, {plist, "bplist00\x01\x02garbage", 1, {}}, {plist, PlistOf("<string>A</string>"), 1, {}},
+        {plist, PlistOf("<dict><key>PostScriptName</key><string>A</string></dict>"), 1, {}}, {plist, PlistOf("<array/>"), 1, {}},
+        {plist, PlistOf("<array><dict>"), 1, {}}, {plist, PlistOf(deep), 1, {}},
     };
     for (const auto& c : cases) {
         Array array = Read(c.read, c.text, c.code);
@@ -225,7 +218,7 @@ TEST(Representations, ReadersResultCodes)
             kept.push_back(face.postScriptName.str() + "/" + face.familyName.str());
         EXPECT_EQ(kept, c.kept) << c.text.substr(0, 120);
     }
-    for (Reader read : {TP_CreateSpecifierFromXML, TP_CreateSpecifierFromPropertyList}) {
+    for (Reader read : {xml, plist}) {
         TP_FontArray* array = nullptr;
         EXPECT_EQ(read(nullptr, &array), 1u);
         EXPECT_EQ(read(PlistOf("<array><dict/></array><FontData></FontData>").c_str(), nullptr), 1u);
@@ -235,20 +228,16 @@ TEST(Representations, ReadersResultCodes)
 TEST(Representations, PropertyListReaderTakesStringValuesOnly)
 {
     Array array = Read(TP_CreateSpecifierFromPropertyList,
-                       PlistOf("<array><dict><key>FontKind</key><string>TrueType</string>"
-                               "<key>PostScriptName</key><string>A&amp;B</string>"
-                               "<key>Family</key><integer>5</integer>"
-                               "<key>KerningChecksum</key><string>8A3B1C2D</string>"
-                               "<key>OutlineFileSize</key><string>-1</string>"
-                               "<key>Path</key><string>/ignored</string>"
+                       PlistOf("<array><dict><key>FontKind</key><string>TrueType</string><key>PostScriptName</key><string>A&amp;B</string>"
+                               "<key>Family</key><integer>5</integer><key>KerningChecksum</key><string>8A3B1C2D</string>"
+                               "<key>OutlineFileSize</key><string>-1</string><key>Path</key><string>/ignored</string>"
                                "</dict><dict/><string>not a dictionary</string></array>"));
     ASSERT_EQ(array->size(), 2u);
     const TP_FontSpecifier face = array->at(0);
     EXPECT_EQ(face.postScriptName.str(), "A&B");
     EXPECT_EQ(face.kerningChecksum, 0x7FFFFFFFu);
     EXPECT_EQ(face.outlineFileSize, 0xFFFFFFFFu);
-    EXPECT_EQ(face.validAttributes, uint32_t(kTP_AttrKindName | kTP_AttrPostScriptName |
-                                             kTP_AttrKerningChecksum | kTP_AttrOutlineFileSize));
+    EXPECT_EQ(face.validAttributes, uint32_t(kTP_AttrKindName | kTP_AttrPostScriptName | kTP_AttrKerningChecksum | kTP_AttrOutlineFileSize));
     EXPECT_EQ(array->at(1).validAttributes, 0u);
 
     // Strings leave escaped and as UTF-8 only: a character cut by the work
@@ -268,8 +257,7 @@ TEST(Representations, PropertyListReaderTakesStringValuesOnly)
 // resolved, checksums saturated), all valid, and loses the rest.
 TEST(Representations, RoundTripKeepsTheCarriedAttributes)
 {
-    constexpr uint32_t carried = kTP_AttrKindName | kTP_AttrPostScriptName | kTP_AttrFoundryName | kTP_AttrFamilyName |
-        kTP_AttrVersion | kTP_AttrTypeprobeChecksum | kTP_AttrKerningChecksum | kTP_AttrOutlineFileSize | kTP_AttrPrinterFontName;
+    constexpr uint32_t carried = kTP_AllAttributes & ~(kTP_AttrFullName | kTP_AttrDisplayName | kTP_AttrPlatform | kTP_AttrLegacyTypeprobeChecksum | kTP_AttrWindowsMMFile);
     const std::vector<std::string> expected = {"OpenType - PS|Example-Bold|URW|Example|1.002|/Fonts/ExampBol|7fffffff|1234|4096",
                                                "OpenType - PS|Sparse|||||0|0|0"};
     Array original = Make({FullFace(), SparseFace()});

@@ -49,8 +49,7 @@ TEST(Icrc, EqualsZlib)
         const Bytes block(bytes.begin(), bytes.begin() + long(length));
         Bytes copies;
         for (uint64_t count = 0; count <= 9; ++count, copies = Concat({copies, block}))
-            EXPECT_EQ(CChecksum::icrcRepeated(0x9E3779B9, Crc(block), length, count), Crc(copies, 0x9E3779B9))
-                << length << " x " << count;
+            EXPECT_EQ(CChecksum::icrcRepeated(0x9E3779B9, Crc(block), length, count), Crc(copies, 0x9E3779B9)) << length << " x " << count;
     }
     EXPECT_EQ(CChecksum::icrcRepeated(0x1234, 0, 0, 9), 0x1234u);
     const unsigned char word[8] = {0, 0, 0, 1, 2};  // the whole last word is read
@@ -92,9 +91,8 @@ TEST(CalculateFileChecksum, WholeFileRule)
 Bytes Kerning(const std::vector<std::pair<int16_t, Bytes>>& entries)
 {
     ByteWriter fond;
-    fond.zeros(52).u16(0xFFFF);
-    fond.putU32(20, uint32_t(fond.size()));
-    fond.u16(uint16_t(entries.size() - 1));
+    fond.zeros(52).u16(0xFFFF).u16(uint16_t(entries.size() - 1));
+    fond.putU32(20, 54);  // the kerning table follows the empty association table
     for (const auto& [style, pairs] : entries) fond.u16(uint16_t(style)).u16(uint16_t(pairs.size() / 4)).bytes(ByteView(pairs));
     return fond.u8(0).take();
 }
@@ -185,8 +183,7 @@ TEST(GetVantorChecksum, PrinterFontsAndTheFileFallback)
     const auto vantor = [&](int16_t style, bool crossPlatform) {
         Face face(dir / "Synth.dfont");
         unsigned long legacy = 9;
-        const unsigned long checksum =
-            GetVantorChecksum(LxString(dir / "Synth.dfont"), face.file.get(), face.fond.get(), style, crossPlatform, legacy);
+        const unsigned long checksum = GetVantorChecksum(LxString(dir / "Synth.dfont"), face.file.get(), face.fond.get(), style, crossPlatform, legacy);
         return std::make_pair(checksum, legacy);
     };
     WriteFile(dir / "Synth", MacBinaryFile(printer, 3));
