@@ -384,6 +384,11 @@ def main():
         "printer-font-small.bin": macbinary(lwfn_name, lwfn_type, lwfn_creator, b"", small_lwfn, 2),
         "suitcase-apple-single": apple_container(0x00051600, b"", [(3, suit_name), (9, finder_info(suit_type, suit_creator)), (2, small_suit)]),
         "suitcase-apple-double": apple_container(0x00051607, b"", [(9, finder_info(suit_type, suit_creator)), (2, small_suit)]),
+        "suitcase-macbinary1.bin": macbinary(suit_name, suit_type, suit_creator, b"", small_suit, 1),
+        "suitcase-macos-apple-double": apple_container(0x00051607, b"Mac OS X        ", [
+            (9, finder_info(suit_type, suit_creator) + b"\0" * 3728), (2, small_suit)]),
+        # The printer font's clear text as a file of its own, without the chunk header.
+        "printer-font-text.ps": [d for c, i, n, a, d in lwfn if i == 501][0][2:1800],
         "font-dict.pfa": font_dict,
         # A length word at byte 2 that equals the file's length, and "copyright" near the start.
         "length-word.ps": u16(0x8001) + u32(80) + b"Copyright (c) Fuzz Foundry".ljust(74, b" "),

@@ -1,3 +1,6 @@
+// The checksum schemes on synthetic bytes and resource files: the CRC and
+// its shortcuts against zlib, the whole-file rule, the kerning sums, and
+// which resources and files a face's checksum runs over, in what order.
 #include <gtest/gtest.h>
 
 #include <zlib.h>
@@ -6,217 +9,197 @@
 
 #include "checksum/CChecksum.h"
 #include "checksum/FondKerning.h"
-#include "common/FileIO.h"
-#include "common/TempFolder.h"
-#include "support/ByteWriter.h"
+#include "checksum/ResourceChecksums.h"
+#include "common/FondBuilder.h"
+#include "common/MacFixtures.h"
+#include "resourcefork/ResourceFileAccess.h"
 #include "support/ReadScope.h"
 
 namespace {
 
+using namespace macfixtures;
 
-// The fast CRC must be zlib's, bit for bit: every length up to a few KB (so
-// every tail a vectorized loop can leave), every start alignment, running
-// values, and whole fonts.
-TEST(Icrc, EqualsZlibForEveryLengthAlignmentAndRunningValue)
+Bytes Concat(std::initializer_list<Bytes> parts)
+{
+    Bytes all;
+    for (const Bytes& part : parts) all.insert(all.end(), part.begin(), part.end());
+    return all;
+}
+
+unsigned long Crc(const Bytes& bytes, unsigned long from = 0)
+{
+    return bytes.empty() ? from : crc32(from, bytes.data(), uInt(bytes.size()));
+}
+
+// Every tail and misalignment a vectorised loop can leave, from 0 and
+// continued; and a block repeated by doubling equals reading every copy.
+TEST(Icrc, EqualsZlib)
 {
     std::mt19937 random(7);
-    std::vector<unsigned char> bytes(4096 + 64);
-    for (auto& b : bytes) b = static_cast<unsigned char>(random());
-    for (size_t length = 0; length <= 4096; ++length) {
-        const size_t start = length % 64;  // every misalignment
+    Bytes bytes(1024 + 64);
+    for (auto& b : bytes) b = uint8_t(random());
+    for (size_t length = 0; length <= 1024; ++length) {
+        const Bytes piece(bytes.begin() + long(length % 64), bytes.begin() + long(length % 64 + length));
         const unsigned long running = random();
-        ASSERT_EQ(CChecksum::icrc(bytes.data() + start, length, 0),
-                  crc32(0, bytes.data() + start, uInt(length)))
-            << "length " << length;
-        ASSERT_EQ(CChecksum::icrc(bytes.data() + start, length, running),
-                  crc32(running, bytes.data() + start, uInt(length)))
-            << "length " << length;
+        ASSERT_EQ(CChecksum::icrc(bytes.data() + length % 64, length, running), Crc(piece, running)) << length;
+        ASSERT_EQ(CChecksum::icrc(bytes.data() + length % 64, length, 0), Crc(piece)) << length;
     }
-    const unsigned long first = CChecksum::icrc(bytes.data(), 100, 0);
-    EXPECT_EQ(CChecksum::icrc(bytes.data() + 100, 200, first), CChecksum::icrc(bytes.data(), 300, 0));
-    EXPECT_EQ(CChecksum::icrc(bytes.data(), 0, 0x1234), 0x1234u);
     EXPECT_EQ(CChecksum::icrc(nullptr, 10, 0x1234), 0x1234u);
-}
-
-TEST(Icrc, EqualsZlibOnRealFonts)
-{
-    size_t compared = 0;
-    for (const char* path : {"/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf",
-                             "/usr/share/fonts/opentype/noto/NotoSansCJK-Regular.ttc",
-                             "/usr/share/fonts/truetype/wqy/wqy-zenhei.ttc"}) {
-        const auto font = testfiles::readFile(path);
-        if (font.empty()) continue;
-        EXPECT_EQ(CChecksum::icrc(font.data(), font.size(), 0),
-                  crc32(0, font.data(), uInt(font.size())))
-            << path;
-        ++compared;
-    }
-    if (compared == 0) GTEST_SKIP() << "no Debian fonts installed";
-}
-
-TEST(Icrc, CombinedPiecesEqualTheWhole)
-{
-    std::mt19937 random(11);
-    std::vector<unsigned char> bytes(3000);
-    for (auto& b : bytes) b = static_cast<unsigned char>(random());
-    for (size_t cut : {0ul, 1ul, 4ul, 1499ul, 2999ul, 3000ul}) {
-        const unsigned long a = CChecksum::icrc(bytes.data(), cut, 0);
-        const unsigned long b = CChecksum::icrc(bytes.data() + cut, bytes.size() - cut, 0);
-        EXPECT_EQ(CChecksum::combine(a, b, bytes.size() - cut),
-                  CChecksum::icrc(bytes.data(), bytes.size(), 0))
-            << "cut " << cut;
-    }
-}
-
-TEST(Icrc, RepeatedBlocksEqualReadingEveryCopy)
-{
-    std::mt19937 random(11);
-    for (size_t length : {1ul, 5ul, 64ul, 1000ul}) {
-        std::vector<unsigned char> block(length);
-        for (auto& b : block) b = static_cast<unsigned char>(random());
-        const unsigned long blockCrc = CChecksum::icrc(block.data(), length, 0);
-        for (uint64_t count : {0ull, 1ull, 2ull, 3ull, 7ull, 64ull, 1001ull}) {
-            unsigned long expected = 0x9E3779B9;
-            for (uint64_t i = 0; i < count; ++i) expected = CChecksum::icrc(block.data(), length, expected);
-            EXPECT_EQ(CChecksum::icrcRepeated(0x9E3779B9, blockCrc, length, count), expected)
-                << length << " x " << count;
-        }
+    for (size_t length : {1ul, 5ul, 1000ul}) {
+        const Bytes block(bytes.begin(), bytes.begin() + long(length));
+        Bytes copies;
+        for (uint64_t count = 0; count <= 9; ++count, copies = Concat({copies, block}))
+            EXPECT_EQ(CChecksum::icrcRepeated(0x9E3779B9, Crc(block), length, count), Crc(copies, 0x9E3779B9)) << length << " x " << count;
     }
     EXPECT_EQ(CChecksum::icrcRepeated(0x1234, 0, 0, 9), 0x1234u);
+    const unsigned char word[8] = {0, 0, 0, 1, 2};  // the whole last word is read
+    EXPECT_EQ(ChecksumLongAlignedData(10, word, 4), 11u);
+    EXPECT_EQ(ChecksumLongAlignedData(10, word, 5), 11u + 0x02000000u);
 }
 
-TEST(CalculateFileChecksum, ADataForkOnlyFileGivesItsCRC)
+// The total always starts from 0; it counts as a checksum when the
+// resource fork was read, else when it changed the value given on entry.
+TEST(CalculateFileChecksum, WholeFileRule)
 {
-    TempFolder dir;
-    const std::string text = "a data fork";
-    testfiles::writeFile((dir / "font.ttf"), text);
-    const unsigned long expected = crc32(0, reinterpret_cast<const Bytef*>(text.data()), uInt(text.size()));
-
-    unsigned long total = 0x55, dataFork = 0;
-    EXPECT_TRUE(CChecksum::CalculateFileChecksum((dir / "font.ttf"), &total, &dataFork));
-    EXPECT_EQ(total, expected);  // from 0, not from the entry value
-    EXPECT_EQ(dataFork, expected);
-    EXPECT_TRUE(CChecksum::CalculateFileChecksum((dir / "font.ttf"), nullptr, nullptr));
-}
-
-TEST(CalculateFileChecksum, NothingReadMeansNoChecksum)
-{
-    TempFolder dir;
-    testfiles::writeFile((dir / "empty"), std::string());
-    unsigned long total = 0;
-    EXPECT_FALSE(CChecksum::CalculateFileChecksum((dir / "empty"), &total, nullptr));
-    EXPECT_EQ(total, 0u);
-    total = 9;
-    EXPECT_FALSE(CChecksum::CalculateFileChecksum((dir / "missing"), &total, nullptr) && total);
-    EXPECT_EQ(total, 0u);
-}
-
-TEST(CalculateFileChecksum, InsideAScopeEachFileIsReadOnce)
-{
-    TempFolder dir;
-    testfiles::writeFile((dir / "font"), std::string("first"));
-    auto checksum = [&] {
-        unsigned long total = 0;
-        CChecksum::CalculateFileChecksum((dir / "font"), &total, nullptr);
-        return total;
-    };
-    const unsigned long first = checksum();
+    TempDir dir;
+    const Bytes text = Text("a data fork");
+    WriteFile(dir / "font", text);
+    WriteFile(dir / "empty", {});
+    const struct { const char* file; unsigned long entry; bool counted; unsigned long total; } cases[] = {
+        {"font", 0x55, true, Crc(text)}, {"font", Crc(text), false, Crc(text)}, {"empty", 0, false, 0},
+        {"missing", 9, true, 0}};  // nothing read, yet the value changed
+    for (const auto& c : cases) {
+        unsigned long total = c.entry, dataFork = 0;
+        EXPECT_EQ(CChecksum::CalculateFileChecksum(dir / c.file, &total, &dataFork), c.counted) << c.file;
+        EXPECT_EQ(std::make_pair(total, dataFork), std::make_pair(c.total, c.total)) << c.file;
+    }
+    EXPECT_TRUE(CChecksum::CalculateFileChecksum(dir / "font", nullptr, nullptr));
+    // Inside a scope each file is read once, however often it changes.
+    const auto checksum = [&] { unsigned long total = 0; CChecksum::CalculateFileChecksum(dir / "font", &total, nullptr); return total; };
     {
         ReadScope scope;
-        EXPECT_EQ(checksum(), first);
-        testfiles::writeFile((dir / "font"), std::string("second"));
-        {
-            ReadScope nested;
-            EXPECT_EQ(checksum(), first);  // the outer scope's reading
-        }
-        EXPECT_EQ(checksum(), first);
-        unsigned long total = first, dataFork = 0;
-        // The result still compares with the entry value.
-        EXPECT_FALSE(CChecksum::CalculateFileChecksum((dir / "font"), &total, &dataFork));
-        EXPECT_EQ(dataFork, first);
+        checksum();
+        WriteFile(dir / "font", Text("second"));
+        ReadScope nested;
+        EXPECT_EQ(checksum(), Crc(text));
     }
-    EXPECT_NE(checksum(), first);
+    EXPECT_EQ(checksum(), Crc(Text("second")));
 }
 
-TEST(ChecksumLongAlignedData, ReadsTheWholeLastWord)
-{
-    const unsigned char bytes[8] = {0, 0, 0, 1, 0x02, 0, 0, 0};
-    EXPECT_EQ(ChecksumLongAlignedData(10, bytes, 4), 11u);
-    EXPECT_EQ(ChecksumLongAlignedData(10, bytes, 5), 11u + 0x02000000u);
-}
-
-// A FOND with a 52-byte header, no association entries and a kerning
-// table of (style, pairs) entries.
-std::vector<uint8_t> fondWithKerning(const std::vector<std::pair<int16_t, std::string>>& entries)
+// A FOND with no association entries and a kerning table of (style, pairs)
+// entries; the last header must end strictly before the resource's end.
+Bytes Kerning(const std::vector<std::pair<int16_t, Bytes>>& entries)
 {
     ByteWriter fond;
-    fond.zeros(52).u16(0xFFFF);  // no association entries
-    fond.putU32(20, uint32_t(fond.size()));
-    fond.u16(uint16_t(entries.size() - 1));
-    for (const auto& [style, pairs] : entries)
-        fond.u16(uint16_t(style)).u16(uint16_t(pairs.size() / 4)).bytes(pairs);
-    fond.u8(0);  // the last header must end strictly before the end
-    return fond.take();
+    fond.zeros(52).u16(0xFFFF).u16(uint16_t(entries.size() - 1));
+    fond.putU32(20, 54);  // the kerning table follows the empty association table
+    for (const auto& [style, pairs] : entries) fond.u16(uint16_t(style)).u16(uint16_t(pairs.size() / 4)).bytes(ByteView(pairs));
+    return fond.u8(0).take();
 }
 
-TEST(FondKerning, SumsHeadersAndPairsOfEveryEntryOfTheStyle)
+// Vaultline: a byte sum of the headers and pairs of every entry of the
+// style. The pairs' CRC: over the pair bytes alone.
+TEST(FondKerning, SumsAndPairCRC)
 {
-    auto fond = fondWithKerning({{1, std::string("\x01\x02\x03\x04", 4)},
-                                 {0, std::string("\x10\x10\x10\x10", 4)},
-                                 {1, std::string("\x05\x00\x00\x00", 4)}});
-    ByteView view(fond.data(), fond.size());
-    // Header bytes 0,1,0,1 per style-1 entry, plus pair bytes 10 and 5.
-    EXPECT_EQ(GetVaultlineChecksum(view, 1), 2u + 10u + 2u + 5u);
-    EXPECT_EQ(GetVaultlineChecksum(view, 0), 1u + 0x40u);
-    EXPECT_EQ(GetVaultlineChecksum(view, 2), 0u);
-
-    const std::string pairs = std::string("\x01\x02\x03\x04", 4) + std::string("\x05\x00\x00\x00", 4);
-    EXPECT_EQ(KerningPairsCRC(view, 1), crc32(0, reinterpret_cast<const Bytef*>(pairs.data()), 8));
-}
-
-TEST(FondKerning, ACountOfZeroHasOneEntry)
-{
-    auto fond = fondWithKerning({{0, std::string("\x00\x00\x00\x07", 4)}});
-    EXPECT_EQ(GetVaultlineChecksum(ByteView(fond.data(), fond.size()), 0), 1u + 7u);
-}
-
-TEST(FondKerning, HostileTablesAreRefusedCleanly)
-{
-    auto fond = fondWithKerning({{0, std::string("\x00\x00\x00\x07", 4)}, {0, std::string(8, '\x01')}});
-    ByteView view(fond.data(), fond.size());
-    for (size_t size = 0; size <= fond.size(); ++size) {
-        GetVaultlineChecksum(ByteView(fond.data(), size), 0);
-        KerningPairsCRC(ByteView(fond.data(), size), 0);
-    }
-    ByteWriter patched;
-    patched.bytes(view);
-    patched.putU32(20, 0xFFFFFFF0);  // table offset far past the end
-    EXPECT_EQ(GetVaultlineChecksum(patched.view(), 0), 0u);
-    patched.putU32(20, 52 + 2);
-    patched.putU16(52 + 2, 0x7FFF);  // 32768 entries claimed
-    patched.putU16(52 + 2 + 2 + 2, 0x8000);  // a negative pair count steps backwards
-    GetVaultlineChecksum(patched.view(), 0);
-    EXPECT_EQ(GetVaultlineChecksum(ByteView(fond.data(), 51), 0), 0u);
-}
-
-TEST(FondKerning, ATableSteppingBackOverItselfIsWalkedNoFurtherThanItsBytes)
-{
-    // The second entry's pair count of -3 steps back to the first entry,
-    // over and over while the count lasts.
-    auto fond = fondWithKerning({{0, std::string("\x01\x02\x03\x04", 4)}, {0, std::string()}});
+    const Bytes a = {1, 2, 3, 4}, b = {0x10, 0x10, 0x10, 0x10}, c = {5, 0, 0, 0};
+    const Bytes fond = Kerning({{1, a}, {0, b}, {1, c}});
+    Bytes offPastEnd = fond;
+    offPastEnd[20] = 0xFF;
+    const struct { const char* what; Bytes fond; short style; unsigned long sum, crc; } cases[] = {
+        {"two entries of the style", fond, 1, 2 + 10 + 2 + 5, Crc(Concat({a, c}))}, {"one entry", fond, 0, 1 + 0x40, Crc(b)},
+        {"no entry", fond, 2, 0, 0}, {"count 0 is one entry", Kerning({{0, {0, 0, 0, 7}}}), 0, 1 + 7, Crc({0, 0, 0, 7})},
+        {"table past the end", offPastEnd, 1, 0, 0}, {"header cut", Bytes(fond.begin(), fond.begin() + 51), 1, 0, 0},
+    };
+    for (const auto& k : cases)
+        EXPECT_EQ(std::make_pair(GetVaultlineChecksum(ByteView(k.fond), k.style), KerningPairsCRC(ByteView(k.fond), k.style)),
+                  std::make_pair(k.sum, k.crc)) << k.what;
+    // An entry stepping back over the table is walked no further than its
+    // bytes: past a dozen entries the claimed count changes nothing.
     ByteWriter table;
-    table.bytes(ByteView(fond.data(), fond.size()));
+    table.bytes(ByteView(Kerning({{0, a}, {0, {}}})));
     table.putU16(54 + 2 + 8 + 2, uint16_t(-3));
-    auto withCount = [&](uint16_t countMinusOne) {
+    const auto withCount = [&](uint16_t countMinusOne) {
         table.putU16(54, countMinusOne);
         return std::make_pair(GetVaultlineChecksum(table.view(), 0), KerningPairsCRC(table.view(), 0));
     };
-    // Each further entry adds until the walk has covered the resource's 67
-    // bytes (about a dozen entries); from there on the count changes nothing.
     EXPECT_NE(withCount(2), withCount(3));
-    const auto covered = withCount(uint16_t(table.size() / 4));
-    EXPECT_NE(withCount(4), covered);
-    EXPECT_EQ(withCount(0x7FFF), covered);
+    EXPECT_EQ(withCount(0x7FFF), withCount(uint16_t(table.size() / 4)));
+}
+
+// A resource file and its first family resource.
+struct Face {
+    explicit Face(const std::string& path) : file(AllocateResourceFile(path, true)), fond(getHandleOfTypeAndIndex(file.get(), kTypeFOND, 1)) {}
+    ResourceFilePtr file;
+    ResourceHandlePtr fond;
+};
+
+// Outlines win; bitmaps (NFNT then FONT per ID, IDs ascending) count only
+// when no outline did and the running value was 0. One ID per association
+// entry: an ID listed twice is taken twice (kept).
+TEST(ChecksumNFNTsfntFONT, OutlinesWinOverBitmaps)
+{
+    const Bytes sfnt300 = Text("outline 300"), sfnt301 = Text("outline 301"), nfnt300 = Text("strike 300"), font300 = Text("old strike 300"), nfnt301 = Text("strike 301");
+    const Bytes fond = fondbuilder::BuildFond({.entries = {{12, 0, 301}, {0, 0, 300}, {12, 1, 302}}, .strings = {}});
+    const Bytes twice = fondbuilder::BuildFond({.entries = {{12, 0, 300}, {0, 0, 300}}, .strings = {}});
+    const struct { const char* what; std::vector<TestResource> resources; unsigned long incoming, expected; } cases[] = {
+        {"sfnt over NFNT", {{"NFNT", 300, {}, nfnt300}, {"sfnt", 301, {}, sfnt301}, {"NFNT", 301, {}, nfnt301}, {"FOND", 128, "F", fond}},
+         0, Crc(sfnt301)},
+        {"bitmaps", {{"NFNT", 301, {}, nfnt301}, {"FONT", 300, {}, font300}, {"NFNT", 300, {}, nfnt300}, {"FOND", 128, "F", fond}},
+         0, Crc(Concat({nfnt300, font300, nfnt301}))},
+        {"bitmaps after a running value", {{"NFNT", 300, {}, nfnt300}, {"FOND", 128, "F", fond}}, 0x1234, 0x1234},
+        {"outline after a running value", {{"sfnt", 300, {}, sfnt300}, {"FOND", 128, "F", fond}}, 0x1234, Crc(sfnt300, 0x1234)},
+        {"nothing", {{"FOND", 128, "F", fond}}, 0, 0},
+        {"one ID twice", {{"sfnt", 300, {}, sfnt300}, {"NFNT", 300, {}, nfnt300}, {"FOND", 128, "F", twice}}, 0,
+         Crc(Concat({sfnt300, sfnt300}))},
+    };
+    TempDir dir;
+    for (const auto& c : cases) {
+        WriteFile(dir / "face.dfont", ResourceFile(c.resources));
+        Face face(dir / "face.dfont");
+        ASSERT_TRUE(face.fond) << c.what;
+        EXPECT_EQ(ChecksumNFNTsfntFONT(face.file.get(), face.fond.get(), 0, c.incoming), c.expected) << c.what;
+        EXPECT_EQ(ChecksumNFNTsfntFONT(face.file.get(), nullptr, 0, 5), 5u);
+        EXPECT_EQ(ChecksumNFNTsfntFONT(nullptr, face.fond.get(), 0, 5), 5u);
+    }
+}
+
+// A PostScript family: a bitmap face with kerning pairs, whose printer font
+// is a resource file of POST chunks from 501 up to the first missing or
+// empty one, or a data-fork file (its whole-file CRC from 0, kept).
+TEST(GetVantorChecksum, PrinterFontsAndTheFileFallback)
+{
+    const Bytes pairs = {0, 1, 0, 2};
+    ByteWriter fond;
+    fond.bytes(ByteView(fondbuilder::BuildFond({.entries = {{12, 0, 300}, {12, 1, 301}}, .strings = {"Synth"}})));
+    fond.putU32(20, uint32_t(fond.size()));
+    fond.u16(0).u16(0).u16(1).bytes(ByteView(pairs)).u8(0);
+    const Bytes suitcase = ResourceFile({{"FOND", 128, "Synth", fond.take()}, {"NFNT", 301, {}, Text("strike")}});
+    const Bytes post501 = Text("%!PS-AdobeFont-1.0: Synth"), post502 = Text("eexec part");
+    MacParts printer{"Synth", fourCC("LWFN"), fourCC("ASPF"), {},
+                     ResourceFile({{"POST", 501, {}, post501}, {"POST", 502, {}, post502}, {"POST", 503, {}, {}},
+                                   {"POST", 504, {}, Text("never read")}})};
+    TempDir dir;
+    WriteFile(dir / "Synth.dfont", suitcase);
+    const auto vantor = [&](int16_t style, bool crossPlatform) {
+        Face face(dir / "Synth.dfont");
+        unsigned long legacy = 9;
+        const unsigned long checksum = GetVantorChecksum(LxString(dir / "Synth.dfont"), face.file.get(), face.fond.get(), style, crossPlatform, legacy);
+        return std::make_pair(checksum, legacy);
+    };
+    WriteFile(dir / "Synth", MacBinaryFile(printer, 3));
+    EXPECT_EQ(vantor(0, false), std::make_pair(Crc(Concat({post501, post502}), Crc(pairs)), Crc(Concat({post501, post502}), Crc(pairs))));
+    // Cross-platform: the data fork alone; the legacy value is the file's.
+    EXPECT_EQ(vantor(0, true), std::make_pair(Crc(suitcase), Crc(suitcase)));
+    WriteFile(dir / "Synth", post501);
+    EXPECT_EQ(vantor(0, false), std::make_pair(Crc(post501), Crc(post501)));
+    // No printer font: the strike when nothing ran before it, else the
+    // whole file.
+    std::filesystem::remove(dir / "Synth");
+    EXPECT_EQ(vantor(1, false), std::make_pair(Crc(Text("strike")), Crc(Text("strike"))));
+    EXPECT_EQ(vantor(0, false), std::make_pair(Crc(suitcase), Crc(suitcase)));
+    unsigned long legacy = 9;
+    EXPECT_EQ(GetVantorChecksum(LxString(dir / "missing"), nullptr, nullptr, 0, false, legacy), 0u);
+    EXPECT_EQ(legacy, 0u);
 }
 
 }  // namespace
