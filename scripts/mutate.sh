@@ -82,16 +82,20 @@ current=
 restore() {
   [[ -n "$current" ]] || return 0
   cp -p "$backup/file" "$current"
-  local object
-  while IFS= read -r object; do rm -f "$build/$object"; done < <(objects_of "$current")
+  local objects object
+  objects=$(objects_of "$current") && [[ -n "$objects" ]] ||
+    echo "mutate.sh: no object found for $current: delete $build before the next run" >&2
+  for object in $objects; do rm -f "$build/$object"; done
   current=
 }
 objects_of() {
   python3 - "$build/compile_commands.json" "$root/$1" <<'PY'
-import json, os, sys
+import json, os, shlex, sys
 for entry in json.load(open(sys.argv[1])):
     if os.path.realpath(os.path.join(entry["directory"], entry["file"])) == os.path.realpath(sys.argv[2]):
-        print(os.path.relpath(os.path.join(entry["directory"], entry["output"]), os.path.dirname(sys.argv[1])))
+        words = shlex.split(entry["command"])
+        output = os.path.join(entry["directory"], words[words.index("-o") + 1])
+        print(os.path.relpath(output, os.path.dirname(sys.argv[1])))
 PY
 }
 cleanup() {
