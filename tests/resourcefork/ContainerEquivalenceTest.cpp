@@ -51,8 +51,8 @@ std::vector<Container> Containers()
     MacParts dfont{"DejaVuSans.dfont", fourCC("dfon"), fourCC("DMOV"), ReadFile(CorpusPath("dfont/DejaVuSans.dfont")), {}};
     const std::pair<const char*, Bytes> dataForks[] = {
         {"dfont", dfont.data}, {"dfont in AppleSingle", AppleSingleFile(dfont)}, {"dfont in MacBinary", MacBinaryFile(dfont, 3)}};
-    for (const auto& [name, bytes] : dataForks)
-        all.push_back({name, false, [bytes](const TempDir& dir) {
+    for (const auto& [name, fileBytes] : dataForks)
+        all.push_back({name, false, [bytes = fileBytes](const TempDir& dir) {
                            WriteFile(dir / "font.dfont", bytes);
                            return dir / "font.dfont";
                        }});
