@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <functional>
+#include <map>
 #include <set>
 
 #include "ToolRun.h"
@@ -28,64 +28,51 @@ unsigned long FacesReadBack(const std::string& document, bool xml)
     return count;
 }
 
+std::string FaceAt(const nlohmann::json& path, const nlohmann::json& face)
+{
+    return path.get<std::string>() + "#" + face["index"].dump();
+}
+
 TEST(Identify, EveryFormatHoldsEveryFaceOfEveryFile)
 {
     const std::string suitcase = MacCorpus("tt-family/DejaVuSans.suit");
     const std::string other = kLiberationDir + "/LiberationSans-Regular.ttf";
-    const std::vector<std::pair<std::string, std::function<void(const std::string&)>>> formats = {
-        {"table", [&](const std::string& out) {
-             const Strings lines = Lines(out);
-             ASSERT_EQ(lines.size(), 6u) << out;
-             const size_t name = lines[0].find("POSTSCRIPT NAME"), kind = lines[0].find("KIND");
-             EXPECT_EQ(lines[0].rfind("FILE", 0), 0u);
-             // The file is named on its first face's row only; columns line up.
-             EXPECT_EQ(lines[1].rfind(suitcase + "  ", 0), 0u);
-             EXPECT_EQ(lines[2].find_first_not_of(' '), name);
-             EXPECT_EQ(lines[5].rfind(other + "  ", 0), 0u);
-             EXPECT_EQ(lines[4].substr(kind, 10), "TrueType  ");
-             EXPECT_EQ(lines[5].substr(kind, 15), "OpenType - TT  ");
-         }},
-        {"json", [&](const std::string& out) {
-             const auto json = nlohmann::json::parse(out);
-             ASSERT_EQ(json["files"].size(), 2u);
-             EXPECT_EQ(json["files"][0]["path"], suitcase);
-             EXPECT_EQ(json["files"][0]["faces"].size(), 4u);
-             EXPECT_EQ(json["files"][0]["faces"][3]["index"], 3);
-             EXPECT_EQ(json["files"][1]["path"], other);
-             EXPECT_EQ(json["summary"], nlohmann::json::parse(
-                                            R"({"files":2,"faces":5,"filesWithoutFace":0,"errors":0})"));
-         }},
-        {"jsonl", [&](const std::string& out) {
-             Strings faces;
-             for (const std::string& line : Lines(out)) {
-                 const auto face = nlohmann::json::parse(line);
-                 faces.push_back(face["path"].get<std::string>() + "#" + face["index"].dump());
-             }
-             EXPECT_EQ(faces, (Strings{suitcase + "#0", suitcase + "#1", suitcase + "#2", suitcase + "#3",
-                                       other + "#0"}));
-         }},
-        {"xml", [&](const std::string& out) {
-             EXPECT_NE(out.find("\t<!-- " + suitcase + " -->\n"), std::string::npos);
-             EXPECT_NE(out.find("\t<!-- " + other + " -->\n"), std::string::npos);
-             EXPECT_EQ(FacesReadBack(out, true), 5u);
-         }},
-        {"plist", [&](const std::string& out) {
-             EXPECT_EQ(FacesReadBack(out, false), 5u);
-             TempFolder dir;
-             // Another reader sees the same faces, each with its file's path.
-             EXPECT_EQ(oracle::python("import sys, plistlib\n"
-                                      "for d in plistlib.load(open(sys.argv[1], \"rb\")): print(d[\"Path\"])",
-                                      dir.file("faces.plist", out)),
-                       (Strings{suitcase, suitcase, suitcase, suitcase, other}));
-         }},
-    };
-    for (const auto& [format, check] : formats) {
-        SCOPED_TRACE(format);
+    std::map<std::string, std::string> out;
+    for (const char* format : {"table", "json", "jsonl", "xml", "plist"}) {
         const Outcome run = Typeprobe({"identify", "-f", format, suitcase, other});
-        EXPECT_EQ(run.status, 0) << run.err;
-        EXPECT_EQ(run.err, "2 files, 5 faces, 0 files without a face, 0 errors\n");
-        check(run.out);
+        EXPECT_EQ(run.status, 0) << format;
+        EXPECT_EQ(run.err, "2 files, 5 faces, 0 files without a face, 0 errors\n") << format;
+        out[format] = run.out;
     }
+    const Strings table = Lines(out["table"]);
+    ASSERT_EQ(table.size(), 6u) << out["table"];
+    // The file is named on its first face's row only; columns line up.
+    EXPECT_EQ(table[1].rfind(suitcase + "  ", 0), 0u);
+    EXPECT_EQ(table[2].find_first_not_of(' '), table[0].find("POSTSCRIPT NAME"));
+    EXPECT_EQ(table[5].rfind(other + "  ", 0), 0u);
+
+    const Strings faces{suitcase + "#0", suitcase + "#1", suitcase + "#2", suitcase + "#3", other + "#0"};
+    Strings json, jsonl;
+    const auto document = nlohmann::json::parse(out["json"]);
+    for (const auto& file : document["files"])
+        for (const auto& face : file["faces"]) json.push_back(FaceAt(file["path"], face));
+    for (const std::string& line : Lines(out["jsonl"])) {
+        const auto face = nlohmann::json::parse(line);
+        jsonl.push_back(FaceAt(face["path"], face));
+    }
+    EXPECT_EQ(json, faces);
+    EXPECT_EQ(jsonl, faces);
+    EXPECT_EQ(document["summary"], nlohmann::json::parse(R"({"files":2,"faces":5,"filesWithoutFace":0,"errors":0})"));
+
+    // The library reads both documents back; another reader reads the
+    // property list, with each face's file.
+    EXPECT_NE(out["xml"].find("\t<!-- " + other + " -->\n"), std::string::npos);
+    EXPECT_EQ(FacesReadBack(out["xml"], true), 5u);
+    EXPECT_EQ(FacesReadBack(out["plist"], false), 5u);
+    TempFolder dir;
+    EXPECT_EQ(oracle::python("import sys, plistlib\nfor d in plistlib.load(open(sys.argv[1], \"rb\")): print(d[\"Path\"])",
+                             dir.file("faces.plist", out["plist"])),
+              (Strings{suitcase, suitcase, suitcase, suitcase, other}));
 }
 
 TEST(Identify, NoFaceIsStillADocument)
