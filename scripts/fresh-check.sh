@@ -144,6 +144,7 @@ cleanup() {
   fi
 }
 trap cleanup EXIT
+trap 'exit 130' INT TERM
 
 mkdir "$root"
 tar -C "$root" --numeric-owner -xpf "$base"
@@ -186,7 +187,9 @@ STEPS
 
 log="$work/output.log"
 status=0
-unshare --mount --pid --fork --propagation private -- "$script" --inner "$root" 2>&1 \
+# --kill-child: nothing of the check outlives it, so the root is never
+# removed under a build that still runs.
+unshare --mount --pid --kill-child --propagation private -- "$script" --inner "$root" 2>&1 \
   | tee "$log" || status=$?
 
 echo "=== summary"

@@ -101,7 +101,8 @@ TEST(Identify, AttributesChooseTheKeysAndTheColumns)
                          "outline-size", dfont});
     ASSERT_EQ(run.status, 0) << run.err;
     std::set<std::string> keys;
-    for (const auto& [key, value] : run.json().items()) keys.insert(key);
+    const auto face = run.json();
+    for (const auto& [key, value] : face.items()) keys.insert(key);
     EXPECT_EQ(keys, (std::set<std::string>{"path", "index", "postScriptName", "checksum", "outlineFileSize"}));
 
     run = Typeprobe({"identify", "-a", "0x1001", dfont});
@@ -128,7 +129,9 @@ TEST(Identify, OutputOrderIsTheSameWhateverTheNumberOfJobs)
 {
     TempFolder dir;
     const Strings fonts = LibraryFonts();
-    const auto name = [&](const std::string& folder, size_t i) { return dir / (folder + "/" + std::to_string(10 + i)); };
+    const auto name = [&](const std::string& folder, size_t i) {
+        return dir / (folder + "/" + std::to_string(10 + i) + fs::path(fonts[i]).extension().string());
+    };
     Strings expected;  // command-line order, then name order in each folder
     for (const char* folder : {"b", "a"}) {
         dir.folder(folder);
