@@ -1,92 +1,64 @@
-// classify, styles, version, help and the manual page.
+// duplicates and match: how each reports, in both formats.
 #include <gtest/gtest.h>
 
-#include <array>
+#include <filesystem>
 
 #include "ToolRun.h"
-#include "typeprobe/typeprobe.h"
+#include "common/TempFolder.h"
 
 namespace {
 
-using tooltest::Typeprobe;
+using namespace tooltest;
 
-const std::vector<std::string> kCommands = {"identify", "split",    "match", "duplicates",
-                                            "classify", "styles",   "version", "help"};
-
-std::string LibraryClassification(const char* family, const char* alternate)
+TEST(Duplicates, SameReleaseAndConflictingReleases)
 {
-    char buffer[256] = "";
-    TP_GetClassificationFromFamily(family, alternate, buffer, sizeof buffer);
-    return buffer;
+    // Two copies of one release, a later "release" of the same PostScript
+    // name (one byte more changes the checksum, not the names), a lone font.
+    TempFolder dir;
+    dir.folder("a");
+    dir.folder("b");
+    dir.file("a/DejaVuSans.ttf", Slurp(kSans));
+    dir.file("b/Copy of DejaVuSans.ttf", Slurp(kSans));
+    dir.file("b/DejaVuSans-new.ttf", Slurp(kSans) + '\0');
+    dir.file("b/DejaVuSans-Bold.ttf", Slurp(kSansBold));
+
+    const auto json = Typeprobe({"duplicates", "-f", "json", dir.path()}).json();
+    const auto& same = json["sameRelease"].at(0)["faces"];
+    EXPECT_EQ(json["sameRelease"].size(), 1u);
+    EXPECT_EQ(Strings({same.at(0)["path"], same.at(1)["path"]}),
+              Strings({dir / "a/DejaVuSans.ttf", dir / "b/Copy of DejaVuSans.ttf"}));
+    EXPECT_EQ(json["conflicts"].at(0)["releases"].at(1)["faces"].at(0)["path"], dir / "b/DejaVuSans-new.ttf");
+
+    const Strings lines = Lines(Typeprobe({"duplicates", dir.path()}).out);
+    ASSERT_EQ(lines.size(), 10u);
+    EXPECT_EQ(lines[0], "Same release (1 group)");
+    EXPECT_EQ(lines[1], "CHECKSUM  POSTSCRIPT NAME  VERSION  FILE");
+    EXPECT_EQ(lines[4], "");
+    EXPECT_EQ(lines[5], "Conflicting releases (1 PostScript name)");
+    // A name is on its group's first row; each release's checksum on its own first row.
+    EXPECT_EQ(lines[7].rfind("DejaVuSans ", 0), 0u);
+    EXPECT_EQ(lines[8].find_first_not_of(' '), lines[6].find("VERSION"));
+    EXPECT_EQ(lines[9].find_first_not_of(' '), lines[6].find("CHECKSUM"));
+    EXPECT_EQ(Typeprobe({"duplicates", kSans, kSansBold}).out, "No duplicate faces.\n");
 }
 
-TEST(Classify, PrintsTheLibrarysAnswer)
+TEST(Match, ComparesTheChosenFacesAndConcludesOnTheChecksum)
 {
-    for (const char* family : {"Helvetica", "Times", "DejaVu Sans", "No Such Family"}) {
-        const auto run = Typeprobe({"classify", family});
-        EXPECT_EQ(run.status, 0) << family;
-        EXPECT_EQ(run.out, LibraryClassification(family, nullptr) + "\n") << family;
-    }
-    const auto run = Typeprobe({"classify", "-f", "json", "No Such Family", "Times"});
-    ASSERT_EQ(run.status, 0) << run.err;
-    EXPECT_EQ(run.json(), nlohmann::json({{"family", "No Such Family"},
-                                          {"alternate", "Times"},
-                                          {"classification",
-                                           LibraryClassification("No Such Family", "Times")}}));
-    EXPECT_NE(run.json()["classification"], "--");
-}
+    const std::string suitcase = MacCorpus("tt-family/DejaVuSans.suit"), dfont = MacCorpus("dfont/DejaVuSans.dfont");
+    const Strings lines = Lines(Typeprobe({"match", "--face-a", "1", "--face-b", "1", suitcase, suitcase}).out);
+    ASSERT_GT(lines.size(), 3u);
+    EXPECT_EQ(lines[0].rfind("ATTRIBUTE ", 0), 0u);
+    // Columns line up under their headings.
+    EXPECT_EQ(lines[1].find("DejaVuSans-Bold"), lines[0].find(" A ") + 1);
+    EXPECT_EQ(lines[1].rfind("DejaVuSans-Bold"), lines[0].find(" B ") + 1);
+    EXPECT_EQ(lines.back(), "Same identity checksum: the same release of the same face.");
+    EXPECT_EQ(Lines(Typeprobe({"match", suitcase, dfont}).out).back(), "Different identity checksums.");
 
-TEST(Styles, OneStylePerLineAsTheLibraryFindsThem)
-{
-    const auto run = Typeprobe({"styles", "-f", "json", "Helvetica-CondensedBlackItalic"});
-    ASSERT_EQ(run.status, 0) << run.err;
-    std::vector<char*> buffers;
-    std::vector<std::array<char, 128>> storage(16);
-    for (auto& entry : storage) buffers.push_back(entry.data());
-    unsigned long count = 0;
-    ASSERT_EQ(TP_GetStyles("Helvetica-CondensedBlackItalic", "", 16, 128, &count, buffers.data()), 0u);
-    const std::vector<std::string> expected(buffers.begin(), buffers.begin() + long(count));
-    ASSERT_FALSE(expected.empty());
-    EXPECT_EQ(run.json(), nlohmann::json(expected));
-
-    const auto plain = Typeprobe({"styles", "Helvetica-CondensedBlackItalic"});
-    std::string lines;
-    for (const std::string& style : expected) lines += style + "\n";
-    EXPECT_EQ(plain.out, lines);
-    EXPECT_EQ(Typeprobe({"styles", "Plain"}).out, "");
-}
-
-TEST(Version, NamesTheToolAndTheLibrary)
-{
-    unsigned long major = 0, minor = 0;
-    TP_GetTypeprobeVersion(&major, &minor);
-    const auto run = Typeprobe({"version"});
-    EXPECT_EQ(run.status, 0);
-    EXPECT_EQ(run.out, "typeprobe 1.2.0 (library " + std::to_string(major) + "." +
-                           std::to_string(minor) + ")\n");
-    EXPECT_EQ(Typeprobe({"--version"}).out, "typeprobe 1.2.0\n");
-}
-
-TEST(Help, EveryCommandHasHelpAndAManualEntry)
-{
-    const auto main = Typeprobe({"--help"});
-    EXPECT_EQ(main.status, 0);
-    const auto man = Typeprobe({"help", "--man"});
-    ASSERT_EQ(man.status, 0);
-    EXPECT_EQ(man.out.rfind(".TH TYPEPROBE 1 ", 0), 0u);
-    for (const std::string& command : kCommands) {
-        EXPECT_NE(main.out.find("  " + command + " "), std::string::npos) << command;
-        const auto help = Typeprobe({command, "--help"});
-        EXPECT_EQ(help.status, 0) << command;
-        EXPECT_NE(help.out.find("Usage: typeprobe " + command), std::string::npos) << command;
-        EXPECT_EQ(Typeprobe({"help", command}).out, help.out) << command;
-        EXPECT_NE(man.out.find(".SS \"" + command + "\""), std::string::npos) << command;
-    }
-    for (const char* section : {".SH NAME", ".SH SYNOPSIS", ".SH COMMANDS", ".SH \"EXIT STATUS\"",
-                                ".SH \"MAC FILES\""})
-        EXPECT_NE(man.out.find(section), std::string::npos) << section;
-    // The page the build installs is the one the tool prints.
-    EXPECT_EQ(tooltest::Slurp(TYPEPROBE_MAN_PAGE), man.out);
+    const auto json = Typeprobe({"match", "-f", "json", suitcase, dfont}).json();
+    EXPECT_EQ(json["a"]["path"], suitcase);
+    EXPECT_EQ(json["b"]["face"]["index"], 0);
+    EXPECT_TRUE(json["matching"].is_array() && json["differing"].is_array());
+    EXPECT_EQ(json["sameChecksum"], false);
 }
 
 }  // namespace

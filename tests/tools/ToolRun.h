@@ -7,7 +7,6 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -20,24 +19,22 @@ extern char** environ;
 
 namespace tooltest {
 
-struct Run {
-    int status = -1;  // exit status; -1 when the program did not exit normally
-    std::string out;
-    std::string err;
+using Strings = std::vector<std::string>;
 
+inline Strings Lines(const std::string& text)
+{
+    Strings lines;
+    size_t start = 0;
+    for (size_t end; (end = text.find('\n', start)) != std::string::npos; start = end + 1)
+        lines.push_back(text.substr(start, end - start));
+    if (start < text.size()) lines.push_back(text.substr(start));
+    return lines;
+}
+
+struct Outcome {
+    int status = -1;  // -1 when the program did not exit normally
+    std::string out, err;
     nlohmann::json json() const { return nlohmann::json::parse(out); }
-    std::vector<std::string> errLines() const { return lines(err); }
-    std::vector<std::string> outLines() const { return lines(out); }
-
-    static std::vector<std::string> lines(const std::string& text)
-    {
-        std::vector<std::string> out;
-        size_t start = 0;
-        for (size_t end; (end = text.find('\n', start)) != std::string::npos; start = end + 1)
-            out.push_back(text.substr(start, end - start));
-        if (start < text.size()) out.push_back(text.substr(start));
-        return out;
-    }
 };
 
 inline std::string Slurp(const std::string& path)
@@ -46,15 +43,12 @@ inline std::string Slurp(const std::string& path)
     return std::string(std::istreambuf_iterator<char>(in), {});
 }
 
-// Runs `program` with `args` (in the folder `cwd` when given), output
-// captured through two scratch files.
-inline Run RunProgram(const std::string& program, const std::vector<std::string>& args,
-                      const std::string& cwd = "")
+// Output goes through two scratch files, so a large output cannot block.
+inline Outcome RunProgram(const std::string& program, const Strings& args, const std::string& cwd = "")
 {
     const std::string base = std::filesystem::temp_directory_path() / "typeprobe-run-XXXXXX";
     std::string outPath = base, errPath = base;
     const int outFd = ::mkstemp(outPath.data()), errFd = ::mkstemp(errPath.data());
-    Run run;
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_adddup2(&actions, outFd, STDOUT_FILENO);
@@ -64,6 +58,7 @@ inline Run RunProgram(const std::string& program, const std::vector<std::string>
     std::vector<char*> argv{const_cast<char*>(program.c_str())};
     for (const std::string& arg : args) argv.push_back(const_cast<char*>(arg.c_str()));
     argv.push_back(nullptr);
+    Outcome run;
     pid_t pid = 0;
     if (::posix_spawn(&pid, program.c_str(), &actions, nullptr, argv.data(), environ) == 0) {
         int status = 0;
@@ -71,40 +66,42 @@ inline Run RunProgram(const std::string& program, const std::vector<std::string>
         if (WIFEXITED(status)) run.status = WEXITSTATUS(status);
     }
     posix_spawn_file_actions_destroy(&actions);
-    ::close(outFd);
-    ::close(errFd);
-    run.out = Slurp(outPath);
-    run.err = Slurp(errPath);
-    std::filesystem::remove(outPath);
-    std::filesystem::remove(errPath);
+    const auto collect = [](int fd, const std::string& path) {
+        ::close(fd);
+        std::string text = Slurp(path);
+        std::filesystem::remove(path);
+        return text;
+    };
+    run.out = collect(outFd, outPath);
+    run.err = collect(errFd, errPath);
     return run;
 }
 
-inline Run Typeprobe(const std::vector<std::string>& args, const std::string& cwd = "")
+inline Outcome Typeprobe(const Strings& args, const std::string& cwd = "")
 {
     return RunProgram(TYPEPROBE_CLI, args, cwd);
 }
 
-// Fonts the setup script installs.
+// Fonts that scripts/setup.sh installs (fonts-dejavu-core, fonts-liberation2).
 inline const std::string kDejaVuDir = "/usr/share/fonts/truetype/dejavu";
 inline const std::string kLiberationDir = "/usr/share/fonts/truetype/liberation2";
 inline const std::string kSans = kDejaVuDir + "/DejaVuSans.ttf";
 inline const std::string kSansBold = kDejaVuDir + "/DejaVuSans-Bold.ttf";
-inline const std::string kLiberationSans = kLiberationDir + "/LiberationSans-Regular.ttf";
 
 inline std::string MacCorpus(const std::string& relative)
 {
     return std::string(TYPEPROBE_TEST_DATA_DIR) + "/mac/" + relative;
 }
 
-inline bool SystemFontsInstalled()
+// Every "@" in `texts` replaced by `folder`, so that tables can name files
+// in a scratch folder.
+inline Strings At(Strings texts, const std::string& folder)
 {
-    return std::filesystem::exists(kSans) && std::filesystem::exists(kSansBold) &&
-           std::filesystem::exists(kLiberationSans);
+    for (std::string& text : texts)
+        for (size_t at = 0; (at = text.find('@', at)) != std::string::npos; at += folder.size())
+            text.replace(at, 1, folder);
+    return texts;
 }
+inline std::string At(const std::string& text, const std::string& folder) { return At(Strings{text}, folder)[0]; }
 
 }  // namespace tooltest
-
-#define REQUIRE_SYSTEM_FONTS()                                                     \
-    if (!tooltest::SystemFontsInstalled())                                         \
-    GTEST_SKIP() << "DejaVu and Liberation fonts are not installed (scripts/setup.sh)"
