@@ -23,11 +23,9 @@ TEST(TrueTypeCollectionFont, ReadResults)
 {
     TempFolder dir;
     const struct { std::vector<uint8_t> bytes; int expected; } cases[] = {
-        {{}, 3},
-        {{'O', 'T', 'T', 'O', 0, 0, 0, 0, 0, 0, 0, 0, 0, 0}, 2},
+        {{}, 3}, {{'O', 'T', 'T', 'O', 0, 0, 0, 0, 0, 0, 0, 0, 0, 0}, 2},
         {{'t', 't', 'c', 'f', 0, 1, 0, 0, 0, 0, 0, 1}, 5},  // 12 bytes
-        {{'t', 't', 'c', 'f', 0, 3, 0, 0, 0, 0, 0, 1, 0}, 3},
-        {{'t', 't', 'c', 'f', 0, 2, 0, 0, 0, 0, 0, 1, 0}, 0},
+        {{'t', 't', 'c', 'f', 0, 3, 0, 0, 0, 0, 0, 1, 0}, 3}, {{'t', 't', 'c', 'f', 0, 2, 0, 0, 0, 0, 0, 1, 0}, 0},
     };
     for (const auto& c : cases) {
         writeFile(dir / "c.ttc", c.bytes);

@@ -90,16 +90,12 @@ TEST(TypeprobeResourceFile, IndexesFollowMapOrderIDListsAreSorted)
     EXPECT_EQ(Data(file->getResourceHandleForType(nfnt, 12)), "c");
 }
 
-TEST(ResourceFileAccess, WrappersAcceptANullFile)
-{
-    ResourceHandle fond;  // one function of each family: lookups, style queries, kind tests
-    EXPECT_EQ(countResType(nullptr, kTypeFOND), 0);
-    EXPECT_EQ(getStyleFromStyleIndex(nullptr, &fond, 0), -1);
-    EXPECT_FALSE(is_psfont(nullptr));
-}
-
 TEST(ResourceFileAccess, StylesAndIDsOfAFamily)
 {
+    ResourceHandle none;  // no file: one function of each family (lookups, style queries, kind tests)
+    EXPECT_EQ(countResType(nullptr, kTypeFOND), 0);
+    EXPECT_EQ(getStyleFromStyleIndex(nullptr, &none, 0), -1);
+    EXPECT_FALSE(is_psfont(nullptr));
     fondbuilder::FondRecipe recipe;
     recipe.entries = {{12, 1, 5}, {0, 0, 4}, {10, 1, 3}, {12, 2, 3}, {12, -1, 9}};
     TempDir dir;
