@@ -261,18 +261,15 @@ enum class Layout {
     NetatalkAttributes,
 };
 
-inline const Layout kLayouts[] = {Layout::MacBinaryIII,   Layout::MacBinaryII,     Layout::MacBinaryI,
-                                  Layout::BinSibling,     Layout::AppleSingle,     Layout::DotUnderscore,
-                                  Layout::MacOSXDotUnderscore, Layout::NetatalkFolder,
-                                  Layout::MacOSXZipFolder, Layout::AppleAttributes,
+inline const Layout kLayouts[] = {Layout::MacBinaryIII, Layout::MacBinaryII, Layout::MacBinaryI, Layout::BinSibling,
+                                  Layout::AppleSingle, Layout::DotUnderscore, Layout::MacOSXDotUnderscore,
+                                  Layout::NetatalkFolder, Layout::MacOSXZipFolder, Layout::AppleAttributes,
                                   Layout::NetatalkAttributes};
 
 inline const char* LayoutName(Layout layout)
 {
-    static const char* names[] = {"MacBinary III", "MacBinary II",   "MacBinary I",
-                                  ".bin sibling",  "AppleSingle",    "._ sidecar",
-                                  "macOS ._ sidecar", ".AppleDouble", "__MACOSX",
-                                  "com.apple attributes", "netatalk attributes"};
+    static const char* names[] = {"MacBinary III", "MacBinary II", "MacBinary I", ".bin sibling", "AppleSingle", "._ sidecar",
+                                  "macOS ._ sidecar", ".AppleDouble", "__MACOSX", "com.apple attributes", "netatalk attributes"};
     return names[int(layout)];
 }
 
@@ -318,10 +315,9 @@ inline std::string Place(Layout layout, const MacParts& parts, const Bytes& orig
 // Lists a resource file the way Listing() does, read by fontTools. Modes:
 // "raw" (the whole file), "range" (bytes offset..offset+length), "xattr"
 // (the value of an extended attribute), and "macbinary" (checks the header
-// CRC with binascii and reads the resource fork where the format puts it;
-// prints "crc ok" or "crc bad" first).
+// reads the resource fork where the format puts it).
 inline const char* kFontToolsScript = R"PY(
-import binascii, io, os, struct, sys, zlib
+import io, os, struct, sys, zlib
 from fontTools.misc.macRes import ResourceReader
 mode, path = sys.argv[1], sys.argv[2]
 data = open(path, 'rb').read()
@@ -331,8 +327,6 @@ elif mode == 'range':
     offset, length = int(sys.argv[3]), int(sys.argv[4])
     data = data[offset:offset + length]
 elif mode == 'macbinary':
-    ok = binascii.crc_hqx(data[:124], 0) == struct.unpack('>H', data[124:126])[0]
-    print('crc ok' if ok else 'crc bad')
     dl, rl = struct.unpack('>II', data[83:91])
     sec, = struct.unpack('>H', data[120:122])
     start = 128 + (sec + 127) // 128 * 128 + (dl + 127) // 128 * 128

@@ -16,14 +16,8 @@ inline std::vector<std::string> lines(const std::string& command)
     std::unique_ptr<FILE, int (*)(FILE*)> pipe(popen(command.c_str(), "r"), &pclose);
     if (!pipe) return out;
     std::string line;
-    for (int c; (c = std::fgetc(pipe.get())) != EOF;) {
-        if (c == '\n') {
-            out.push_back(line);
-            line.clear();
-        } else {
-            line.push_back(char(c));
-        }
-    }
+    for (int c; (c = std::fgetc(pipe.get())) != EOF;)
+        c == '\n' ? (out.push_back(line), line.clear()) : line.push_back(char(c));
     if (!line.empty()) out.push_back(line);
     return out;
 }

@@ -75,15 +75,13 @@ TEST(NamingTable, HostileRecords)
 
 TEST(NamingTable, ResultCodes)
 {
-    LxString family("kept");
-    auto font = testfonts::sfnt(0x00010000, {{"head", "1234"}});
-    EXPECT_EQ(getMetaDataFromNamesTable(ByteView(font.data(), font.size()), nullptr, nullptr, 0, nullptr, &family,
-                                        nullptr, nullptr, nullptr, nullptr), 0);
-    EXPECT_EQ(family.str(), "kept");
-    font = testfonts::fontWithNames({});
-    EXPECT_EQ(getMetaDataFromNamesTable(ByteView(font.data(), font.size()), nullptr, nullptr, 0, nullptr, &family,
-                                        nullptr, nullptr, nullptr, nullptr), 0);
-    font = testfonts::fontWithNames({win(1, u"Family"), win(6, u"PS")});
+    for (const auto& font : {testfonts::sfnt(0x00010000, {{"head", "1234"}}), testfonts::fontWithNames({})}) {
+        LxString family("kept");
+        EXPECT_EQ(getMetaDataFromNamesTable(ByteView(font.data(), font.size()), nullptr, nullptr, 0, nullptr, &family,
+                                            nullptr, nullptr, nullptr, nullptr), 0);
+        EXPECT_EQ(family.str(), "kept");
+    }
+    const auto font = testfonts::fontWithNames({win(1, u"Family"), win(6, u"PS")});
     std::string name;
     EXPECT_EQ(getPostScriptNameFromNamesTable(ByteView(font.data(), font.size()), nullptr, nullptr, 0, name), 1);
     EXPECT_EQ(name, "PS");

@@ -68,10 +68,7 @@ std::string FontToolsListingOf(const MacFile& file, bool dataFork)
     if (macBinary) {
         const Bytes head = Slice(ReadFile(fork.file), 0, 128);
         if (head[122] && XmodemCrc(head.data(), 124) != ((head[124] << 8) | head[125])) return "bad MacBinary CRC";
-        if (!dataFork) {
-            const std::string listing = FontToolsListing({"macbinary", fork.file});
-            return listing.substr(listing.find('\n') + 1);
-        }
+        if (!dataFork) return FontToolsListing({"macbinary", fork.file});
     }
     if (fork.kind == ForkLocation::Kind::Attribute) return FontToolsListing({"xattr", fork.file, fork.attribute});
     return FontToolsListing({"range", fork.file, std::to_string(fork.offset), std::to_string(fork.length)});

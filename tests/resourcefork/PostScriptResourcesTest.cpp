@@ -180,23 +180,4 @@ TEST(GatherMetaDataFromHandle, SeesZeroBytesAsUnderscores)
     EXPECT_EQ(GatherMetaDataFromHandle(nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr), -1);
 }
 
-TEST(Collect_sfnt_MetaDataFromPrinterInfo, StopsAtTheFirstNamedResource)
-{
-    FondRecipe recipe = OneStyle();
-    recipe.entries = {{0, 0, 301}, {0, 0, 300}, {0, 0, 302}, {0, 1, 303}};
-    std::vector<TestResource> outlines;
-    for (auto [id, text] : {std::pair<int16_t, const char*>{300, "no names"}, {301, "/FontName /First def"}, {302, "/FontName /Second def"}, {303, "none"}})
-        outlines.push_back({"sfnt", id, std::nullopt, Text("typ1 "s + text)});
-    Family family("Serif", recipe, outlines);
-    const std::pair<const TypeprobeResourceFile*, int16_t> cases[] = {
-        {family.file.get(), 0}, {family.file.get(), 1}, {family.file.get(), 5}, {nullptr, 0}};
-    for (auto [file, style] : cases) {
-        LxString psName;
-        const int status = Collect_sfnt_MetaDataFromPrinterInfo(file, family.fond.get(), style, nullptr, nullptr,
-                                                                nullptr, nullptr, &psName, nullptr, nullptr);
-        EXPECT_EQ(status, file && style == 0 ? 0 : -1) << style;
-        EXPECT_EQ(psName.str(), file && style == 0 ? "First" : "") << style;
-    }
-}
-
 }  // namespace

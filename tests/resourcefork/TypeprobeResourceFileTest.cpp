@@ -27,10 +27,10 @@ std::string Data(const ResourceHandlePtr& handle)
     return handle ? std::string(handle->data.begin(), handle->data.end()) : "(null)";
 }
 
-std::unique_ptr<TypeprobeResourceFile> Open(const TempDir& dir, const Bytes& bytes, bool readOnly = true)
+std::unique_ptr<TypeprobeResourceFile> Open(const TempDir& dir, const Bytes& bytes)
 {
     WriteFile(dir / "map.dfont", bytes);
-    return TypeprobeResourceFile::initWithFile(dir / "map.dfont", readOnly);
+    return TypeprobeResourceFile::initWithFile(dir / "map.dfont", true);
 }
 
 TEST(TypeprobeResourceFile, OpensOnlyFilesThatHoldAMapResourceForkFirst)
@@ -90,42 +90,12 @@ TEST(TypeprobeResourceFile, IndexesFollowMapOrderIDListsAreSorted)
     EXPECT_EQ(Data(file->getResourceHandleForType(nfnt, 12)), "c");
 }
 
-TEST(TypeprobeResourceFile, PurgeAllButKeepsOnlyTheFirstOfARepeatedID)
-{
-    TempDir dir;
-    {
-        auto file = Open(dir, UnorderedMap(), false);
-        ASSERT_TRUE(file);
-        EXPECT_TRUE(file->purgeAllBut({300, 12}, fourCC("NFNT")));
-        EXPECT_FALSE(file->purgeAllBut({300, 12}, fourCC("NFNT")));
-        EXPECT_FALSE(file->purgeResource(fourCC("POST"), 1));
-    }
-    auto file = TypeprobeResourceFile::initWithFile(dir / "map.dfont", true);
-    ASSERT_TRUE(file);
-    EXPECT_EQ(Data(file->getResourceHandleViaGet1IndResource(fourCC("NFNT"), 1)) +
-                  Data(file->getResourceHandleViaGet1IndResource(fourCC("NFNT"), 2)), "ac");
-    EXPECT_EQ(std::make_pair(file->countResType(fourCC("NFNT")), file->countResType(fourCC("FOND"))), std::make_pair(2, 1));
-}
-
-TEST(ResourceFileAccess, EveryWrapperAcceptsANullFile)
-{
-    ResourceHandle fond;
-    EXPECT_EQ(countResType(nullptr, kTypeFOND), 0);
-    EXPECT_EQ(getHandleOfTypeAndIndex(nullptr, kTypeFOND, 1), nullptr);
-    EXPECT_EQ(getHandleOfTypeAndResID(nullptr, kTypeFOND, 1), nullptr);
-    EXPECT_TRUE(getSortedResIDsForType(nullptr, kTypeFOND).empty());
-    EXPECT_TRUE(getPrinterFiles(nullptr).empty());
-    EXPECT_EQ(getCountOfUniqueStyles(nullptr, &fond), 0);
-    EXPECT_EQ(getStyleFromStyleIndex(nullptr, &fond, 0), -1);
-    EXPECT_EQ(getFirstResourceIDFromHandleAndStyle(nullptr, &fond, 0), -1);
-    EXPECT_TRUE(getSortedResIDsForStyle(nullptr, &fond, -1).empty());
-    for (auto test : {is_psfont, is_psprinterfont, FileHasFONDsInResourceFork, FileHasPOSTsInResourceFork, hasValidResourcePSHeader})
-        EXPECT_FALSE(test(nullptr));
-    EXPECT_FALSE(has_ttc_true_Flag(nullptr, &fond, 0) || has_OTTO_Flag_inResource(nullptr, &fond, 0));
-}
-
 TEST(ResourceFileAccess, StylesAndIDsOfAFamily)
 {
+    ResourceHandle none;  // no file: one function of each family (lookups, style queries, kind tests)
+    EXPECT_EQ(countResType(nullptr, kTypeFOND), 0);
+    EXPECT_EQ(getStyleFromStyleIndex(nullptr, &none, 0), -1);
+    EXPECT_FALSE(is_psfont(nullptr));
     fondbuilder::FondRecipe recipe;
     recipe.entries = {{12, 1, 5}, {0, 0, 4}, {10, 1, 3}, {12, 2, 3}, {12, -1, 9}};
     TempDir dir;
