@@ -182,7 +182,7 @@ TEST(MacForks, TruncatedSidecarsAndContainers)
         EXPECT_EQ(info.resourceForkLength, 0u) << "length " << length;
         EXPECT_FALSE(info.hasFinderInfo) << "length " << length;
     }
-    fs::remove(dir / "._Font");
+    std::filesystem::remove(dir / "._Font");
     const MacParts parts = PartsFor(Source::SelfMacBinary);
     for (const Bytes& full : {AppleSingleFile(parts), MacBinaryFile(parts, 3)}) {
         for (size_t length = 0; length + 128 < full.size(); length += 7) {
