@@ -4,7 +4,7 @@
 set -euo pipefail
 
 packages=(
-  build-essential cmake ninja-build pkg-config git clang
+  build-essential cmake ninja-build pkg-config git clang libclang-rt-14-dev
   libgtest-dev libgmock-dev libbenchmark-dev
   libplist-dev libplist++-dev libplist-utils libicu-dev zlib1g-dev libisal-dev libdeflate-dev
   libcli11-dev nlohmann-json3-dev
