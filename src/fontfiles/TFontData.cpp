@@ -1,6 +1,5 @@
 #include "fontfiles/TFontData.h"
 
-#include <algorithm>
 #include <cctype>
 #include <cstring>
 
@@ -40,7 +39,7 @@ ByteView TFontData::dataForkPrefix(size_t length)
         if (!MacForks::ReadForkPrefix(dataFile.dataFork, length, prefix)) prefix.clear();
     }
     const ByteView bytes = ownsData ? data : ByteView(prefix.data(), prefix.size());
-    return bytes.sub(0, std::min(length, bytes.size())).value_or(ByteView());
+    return bytes.head(length);
 }
 
 void initializeAndConstructFontInfo(TFontData& font, const TypeprobeResourceFile* resourceFile,

@@ -167,12 +167,11 @@ int CollectPSMetaDataFromFile(const LxString& path, LxString* printerFontName, L
     // The font's own data fork, not the container it may travel in.
     const std::optional<SharedBytes> fork = MacForks::DataForkBytes(file.str());
     if (!fork) return 6;
-    const ByteView head = fork->view().sub(0, std::min(fork->size(), kType1ReadLimit)).value_or(ByteView());
+    const ByteView head = fork->view().head(kType1ReadLimit);
     if (!head.empty()) {
         std::string storage;
-        GatherPostScriptMetaDataFromData(MakeType1Text(head.chars(), storage), kind,
-                                         foundry, family, version, postScriptName, displayName,
-                                         fullName);
+        GatherPostScriptMetaDataFromData(MakeType1Text(head.chars(), storage), kind, foundry,
+                                         family, version, postScriptName, displayName, fullName);
     }
     return 0;
 }

@@ -6,6 +6,7 @@
 // the remaining length, so no offset + length sum can overflow.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -45,6 +46,8 @@ public:
     std::optional<ByteView> sub(size_t offset, size_t length) const;
     // The bytes from offset to the end; empty when offset is past the end.
     ByteView tail(size_t offset) const;
+    // The first `length` bytes, or all of them when there are fewer.
+    ByteView head(size_t length) const { return ByteView(data_, std::min(length, size_)); }
     // Copies length bytes to out; false (nothing copied) when out of range.
     bool copy(size_t offset, size_t length, void* out) const;
     // The bytes as text; empty when out of range.
