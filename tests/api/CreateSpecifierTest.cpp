@@ -11,6 +11,7 @@
 #include "api/CollectionSpecifiers.h"
 #include "api/FontArray.h"
 #include "api/ResourceFileSpecifiers.h"
+#include "common/FaceArrays.h"
 #include "common/LargestAllocation.h"
 #include "common/MacFixtures.h"
 #include "common/SfntBuilder.h"
@@ -23,16 +24,7 @@ namespace {
 
 using namespace macfixtures;
 
-struct ArrayFree {
-    void operator()(TP_FontArray* array) const { TP_SpecifierFree(array); }
-};
-using Array = std::unique_ptr<TP_FontArray, ArrayFree>;
-
-Array Identify(const std::string& path, unsigned long mask = kTP_AllAttributes)
-{
-    TP_FontArray* array = nullptr;
-    return Array(TP_CreateSpecifier(path.c_str(), 0, mask, &array) == 0 ? array : nullptr);
-}
+using namespace facearrays;
 
 const std::string kType1 = "%!PS-AdobeFont-1.0: Synth-Bold 001.000\n/FontName /Synth-Bold def\n";
 

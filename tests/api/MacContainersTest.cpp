@@ -7,9 +7,9 @@
 
 #include <functional>
 #include <map>
-#include <memory>
 
 #include "api/FontArray.h"
+#include "common/FaceArrays.h"
 #include "common/FondBuilder.h"
 #include "common/MacFixtures.h"
 #include "typeprobe/typeprobe.h"
@@ -17,10 +17,6 @@
 namespace {
 
 using namespace macfixtures;
-
-struct ArrayDeleter {
-    void operator()(TP_FontArray* array) const { TP_SpecifierFree(array); }
-};
 
 // The printer font by its file name alone: its folder differs from place to
 // place, and a font read from its own data fork names the path given.
@@ -33,9 +29,8 @@ std::string printerName(const std::string& path)
 
 std::string describe(const std::string& path)
 {
-    TP_FontArray* raw = nullptr;
-    if (TP_CreateSpecifier(path.c_str(), 0, kTP_AllAttributes, &raw) != 0) return "no faces";
-    std::unique_ptr<TP_FontArray, ArrayDeleter> fonts(raw);
+    const facearrays::Array fonts = facearrays::Identify(path);
+    if (!fonts) return "no faces";
     std::ostringstream out;
     for (const TP_FontSpecifier& f : fonts->faces()) {
         out << f.kindName.str() << "|" << f.familyName.str() << "|" << f.postScriptName.str()

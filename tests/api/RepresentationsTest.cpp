@@ -9,14 +9,12 @@
 #include <vector>
 
 #include "api/FontArray.h"
+#include "common/FaceArrays.h"
 #include "typeprobe/typeprobe.h"
 
 namespace {
 
-struct ArrayFree {
-    void operator()(TP_FontArray* array) const { TP_SpecifierFree(array); }
-};
-using Array = std::unique_ptr<TP_FontArray, ArrayFree>;
+using facearrays::Array;
 using Writer = unsigned long (*)(TP_FontArray*, char*, unsigned long*);
 using Reader = unsigned long (*)(const char*, TP_FontArray**);
 
