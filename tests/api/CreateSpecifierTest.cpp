@@ -140,6 +140,14 @@ TEST(TP_CreateSpecifier, FaceLimit)
         EXPECT_EQ(array.size(), c.faces) << c.name;
     }
     EXPECT_EQ(Identify(dir / "same.ttc")->size(), 1u);
+
+    // A family record too short for any entry still names its face: its
+    // number, and style -1 for "no entry".
+    WriteFile(dir / "stub.dfont", ResourceFile({{"FOND", 300, "Stub", Bytes{0}}, strike}));
+    TP_FontArray stub;
+    AppendResourceFileFaces((dir / "stub.dfont").c_str(), kTP_AllAttributes, stub);
+    ASSERT_EQ(stub.size(), 1u);
+    EXPECT_EQ(std::make_pair(stub.at(0).fondResourceID, stub.at(0).fondStyle), std::make_pair(300, -1));
 }
 
 // A naming table with one Macintosh PostScript-name record whose text lies

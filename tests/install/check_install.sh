@@ -7,11 +7,15 @@ prefix=$(mktemp -d)
 trap 'rm -rf "$prefix"' EXIT
 cmake --install "$build" --prefix "$prefix" >/dev/null
 libdir=$(ls -d "$prefix"/lib*/ | head -n1)
-for f in include/typeprobe/typeprobe.h share/typeprobe; do
+for f in include/typeprobe/typeprobe.h share/typeprobe share/man/man1/typeprobe.1; do
   [[ -e "$prefix/$f" ]] || { echo "missing $f"; exit 1; }
 done
 ls "$libdir"/libtypeprobe.so.1 >/dev/null
 ls "$libdir"/pkgconfig/typeprobe.pc "$libdir"/cmake/typeprobe/typeprobeConfig.cmake >/dev/null
+
+# The installed tool runs from its prefix as it is.
+"$prefix/bin/typeprobe" identify -f jsonl "$source/tests/data/mac/dfont/DejaVuSans.dfont" 2>/dev/null |
+  grep -q '"postScriptName":"DejaVuSans"' || { echo "the installed tool does not identify"; exit 1; }
 
 export PKG_CONFIG_PATH="$libdir/pkgconfig"
 cc -std=c99 -pedantic -Werror "$source/tests/c/c_consumer.c" $(pkg-config --cflags --libs typeprobe) \

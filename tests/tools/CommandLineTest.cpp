@@ -76,7 +76,7 @@ TEST(CommandLine, ExitStatusAndErrorLines)
          {"typeprobe: @/perm/locked: Permission denied", "typeprobe: @/perm/Sans.dfont: Permission denied",
           "1 file, 0 faces, 1 file without a face, 2 errors"},
          true},
-        {{"match", "--face-b", "3", dfont, dfont}, 1, {"typeprobe: " + dfont + ": no face 3 (the file has 1)"}},
+        {{"match", "--face-b", "1", dfont, dfont}, 1, {"typeprobe: " + dfont + ": no face 1 (the file has 1)"}},
         // Both files are checked before anything is compared.
         {{"match", "/nonexistent/a.ttf", "@/notes.txt"}, 1,
          {"typeprobe: /nonexistent/a.ttf: No such file or directory", "typeprobe: @/notes.txt: not a font"}},
