@@ -14,8 +14,8 @@ ls "$libdir"/libtypeprobe.so.1 >/dev/null
 ls "$libdir"/pkgconfig/typeprobe.pc "$libdir"/cmake/typeprobe/typeprobeConfig.cmake >/dev/null
 
 # The installed tool runs from its prefix as it is.
-"$prefix/bin/typeprobe" identify -f jsonl "$source/tests/data/mac/dfont/DejaVuSans.dfont" 2>/dev/null |
-  grep -q '"postScriptName":"DejaVuSans"' || { echo "the installed tool does not identify"; exit 1; }
+face=$("$prefix/bin/typeprobe" identify -f jsonl "$source/tests/data/mac/dfont/DejaVuSans.dfont" 2>/dev/null)
+[[ $face == *'"postScriptName":"DejaVuSans"'* ]] || { echo "the installed tool does not identify: $face"; exit 1; }
 
 export PKG_CONFIG_PATH="$libdir/pkgconfig"
 cc -std=c99 -pedantic -Werror "$source/tests/c/c_consumer.c" $(pkg-config --cflags --libs typeprobe) \
