@@ -4,10 +4,12 @@
 # the tests caught it. The source is restored after every mutant, also on
 # Ctrl-C or a failure of this script.
 #
-#   scripts/mutate.sh [-k] [--list] [PATTERN]
+#   scripts/mutate.sh [-k] [-f LIST] [--list] [PATTERN]
 #     -k       reuse the build folder as it is configured (no fresh configure)
+#     -f LIST  take the mutants from LIST (default scripts/mutants.txt;
+#              scripts/kept-mutants.txt breaks the behaviour kept on purpose)
 #     --list   print the mutants (those matching PATTERN) and stop
-#     PATTERN  run only the mutants whose line in mutants.txt matches this
+#     PATTERN  run only the mutants whose line in the list matches this
 #              extended regular expression (an id, a file, a token...)
 #   MUTATE_BUILD_DIR (default build-mutate), MUTATE_JOBS (default nproc)
 set -euo pipefail
@@ -20,14 +22,16 @@ list=scripts/mutants.txt
 export CCACHE_BASEDIR=${CCACHE_BASEDIR:-$(dirname "$root")}
 
 keep=0 listonly=0 pattern=
-for arg in "$@"; do
-  case $arg in
+while (($#)); do
+  case $1 in
     -k) keep=1 ;;
+    -f) list=${2:?-f needs a file}; shift ;;
     --list) listonly=1 ;;
-    -h|--help) sed -n '2,12p' "$0" | sed 's/^# \{0,1\}//'; exit 0 ;;
-    -*) echo "unknown option $arg" >&2; exit 2 ;;
-    *) pattern=$arg ;;
+    -h|--help) sed -n '2,14p' "$0" | sed 's/^# \{0,1\}//'; exit 0 ;;
+    -*) echo "unknown option $1" >&2; exit 2 ;;
+    *) pattern=$1 ;;
   esac
+  shift
 done
 
 mapfile -t mutants < <(grep -v -E '^(#|$)' "$list" | grep -E -- "${pattern:-.}" || true)
