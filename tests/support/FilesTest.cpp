@@ -159,6 +159,14 @@ TEST_F(Tree, AHookThatSaysStopEndsTheWalk)
     EXPECT_EQ(walker.depths, (std::vector<long>{0, 0, 1}));
 }
 
+TEST_F(Tree, FolderIsEmptyCanIgnoreDotFiles)
+{
+    temp_.file(".hidden/.DS_Store");
+    EXPECT_TRUE(FolderIsEmpty(LxString(temp_ / ".hidden"), true));
+    EXPECT_FALSE(FolderIsEmpty(LxString(temp_ / ".hidden"), false));
+    EXPECT_FALSE(FolderIsEmpty(LxString(temp_ / "one/two"), true));
+}
+
 // The name part does not filter, and any dotted folder is "dots". Kept.
 TEST_F(Tree, FileFindListsEverything)
 {
