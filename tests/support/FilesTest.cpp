@@ -2,8 +2,10 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <functional>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "common/TempFolder.h"
@@ -26,12 +28,10 @@ using Names = std::vector<std::string>;
 // path. Both kept as they are.
 TEST(PathUtilities, Extensions)
 {
-    const std::pair<const char*, const char*> gets[] = {
-        {"a.tar.gz", "gz"}, {"dir.old\\file", ""}, {".profile", ""}, {"/x/.profile", "profile"}, {"name.", ""}};
+    const std::pair<const char*, const char*> gets[] = {{"a.tar.gz", "gz"}, {"dir.old\\file", ""}, {".profile", ""}, {"/x/.profile", "profile"}, {"name.", ""}};
     for (const auto& [path, ext] : gets) EXPECT_EQ(GetFileExtension(path).str(), ext) << path;
-    const char* sets[][3] = {{"font", ".pfb", "font.pfb"}, {"font.ttf", "", "font"},
-                             {"dir.old/file", "x", "dir.old/file.x"}, {"", "pfb", ".pfb"},
-                             {"name.", "x", "name..x"}, {".a", "x", ".a.x"}};
+    const char* sets[][3] = {{"font", ".pfb", "font.pfb"}, {"font.ttf", "", "font"}, {"dir.old/file", "x", "dir.old/file.x"},
+                             {"", "pfb", ".pfb"}, {"name.", "x", "name..x"}, {".a", "x", ".a.x"}};
     for (const auto& c : sets) {
         LxString path(c[0]);
         SetFileExtension(&path, c[1]);
@@ -64,32 +64,21 @@ TEST(PathUtilities, NamesAndFolders)
 TEST(PathUtilities, BootVolumeAndBundleQuestions)
 {
     TempFolder temp;
-    const struct {
-        std::string path;
-        bool bundle;
-        bool expected;
-        long error;
-    } cases[] = {{"/Volumes/Data/x", false, false, 0}, {"/volumes/Data", false, true, 0}, {"/Volumes/", false, true, 0},
-                 {temp.folder("Foo.PLUGIN"), true, false, 0}, {temp.folder("Bar.app") + "/", true, true, 0},
-                 {temp.folder("My.Tool.app"), true, false, 0}, {temp.file("Doc.pkg"), true, true, 0},
-                 {temp / "Gone.app", true, false, -1}};
+    const struct { std::string path; bool bundle, expected; long error; } cases[] = {
+        {"/Volumes/Data/x", false, false, 0}, {"/volumes/Data", false, true, 0}, {"/Volumes/", false, true, 0},
+        {temp.folder("Foo.PLUGIN"), true, false, 0}, {temp.folder("Bar.app") + "/", true, true, 0}, {temp.folder("My.Tool.app"), true, false, 0},
+        {temp.file("Doc.pkg"), true, true, 0}, {temp / "Gone.app", true, false, -1}};
     for (const auto& c : cases) {
         LxString text(c.path);
         long error = 99;
-        EXPECT_EQ(c.bundle ? P::IsPathAMacBundle(text, error) : P::IsPathOnBootVolume(text, error), c.expected)
-            << c.path;
+        EXPECT_EQ(c.bundle ? P::IsPathAMacBundle(text, error) : P::IsPathOnBootVolume(text, error), c.expected) << c.path;
         EXPECT_EQ(error, c.error) << c.path;
     }
 }
 
-template <typename Operation>
-std::string failureText(Operation operation)
+std::string failureText(const std::function<void()>& operation)
 {
-    try {
-        operation();
-    } catch (const LXFileSystemException& error) {
-        return error.what();
-    }
+    try { operation(); } catch (const LXFileSystemException& error) { return error.what(); }
     return "<no exception>";
 }
 
@@ -121,10 +110,8 @@ TEST(LxStreams, WholeFiles)
     void* buffer = nullptr;
     unsigned long size = 99;
     ASSERT_EQ(LxStreams::ReadWholeFile(LxString(temp.file("empty")), &buffer, &size), 0);
-    ASSERT_TRUE(size == 0 && buffer != nullptr);
-    EXPECT_EQ(static_cast<unsigned char*>(buffer)[0], 0);  // one zeroed byte
-    std::free(buffer);
-    buffer = nullptr;
+    ASSERT_TRUE(size == 0 && buffer != nullptr && static_cast<unsigned char*>(buffer)[0] == 0);  // one zeroed byte
+    std::free(std::exchange(buffer, nullptr));
     EXPECT_EQ(LxStreams::ReadWholeFile(LxString(temp.path()), &buffer, &size), -1);
     EXPECT_EQ(buffer, nullptr);
     LxString text;
@@ -160,16 +147,9 @@ TEST_F(Tree, ScannerDepthLimits)
     EXPECT_EQ(relative(LxDirectoryScanner(root(), -1).GetFiles()), (Names{".dot", "a.txt", "one/b.txt", "one/two/c.txt"}));
 }
 
-class StopAtThirdFile : public LxFileHierarchyTraverser {
-public:
+struct StopAtThirdFile : LxFileHierarchyTraverser {
     std::vector<long> depths;
-
-protected:
-    bool FilterFile(const LxFileSpecification&, long depth) override
-    {
-        depths.push_back(depth);
-        return depths.size() < 3;
-    }
+    bool FilterFile(const LxFileSpecification&, long depth) override { depths.push_back(depth); return depths.size() < 3; }
 };
 
 TEST_F(Tree, AHookThatSaysStopEndsTheWalk)
@@ -177,6 +157,14 @@ TEST_F(Tree, AHookThatSaysStopEndsTheWalk)
     StopAtThirdFile walker;
     EXPECT_FALSE(walker.TraverseFileHierarchy(root(), 0));
     EXPECT_EQ(walker.depths, (std::vector<long>{0, 0, 1}));
+}
+
+TEST_F(Tree, FolderIsEmptyCanIgnoreDotFiles)
+{
+    temp_.file(".hidden/.DS_Store");
+    EXPECT_TRUE(FolderIsEmpty(LxString(temp_ / ".hidden"), true));
+    EXPECT_FALSE(FolderIsEmpty(LxString(temp_ / ".hidden"), false));
+    EXPECT_FALSE(FolderIsEmpty(LxString(temp_ / "one/two"), true));
 }
 
 // The name part does not filter, and any dotted folder is "dots". Kept.

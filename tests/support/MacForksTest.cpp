@@ -10,81 +10,45 @@ namespace {
 
 using namespace macfixtures;
 
-// Places that can hold a resource fork or Finder info for root/a/b/Font.
-enum class Source {
-    None = -1,
-    AppleAttributes,    // user.com.apple.ResourceFork + FinderInfo
-    AppleInfoOnly,      // user.com.apple.FinderInfo alone
-    AppleZeroInfo,      // user.com.apple.FinderInfo of zeros
-    NetatalkAttributes, // user.org.netatalk.ResourceFork + Metadata
-    DotUnderscore,      // root/a/b/._Font
-    DotUnderscoreInfo,  // root/a/b/._Font with Finder info only
-    DotUnderscoreType,  // root/a/b/._Font with an 8-byte Finder info: type and creator only
-    NetatalkFolder,     // root/a/b/.AppleDouble/Font
-    MacOSXFolder,       // root/__MACOSX/a/b/._Font
-    SelfMacBinary,      // the file is MacBinary
-};
-
-bool UsesAttributes(Source s)
-{
-    return s == Source::AppleAttributes || s == Source::AppleInfoOnly ||
-           s == Source::AppleZeroInfo || s == Source::NetatalkAttributes;
-}
+// Places that can hold a resource fork or Finder info for root/a/b/Font: the
+// first four are extended attributes (Apple's fork and info, Apple's info
+// alone, Apple's info of zeros, Netatalk's fork and metadata), then the
+// sidecar a/b/._Font (full; Finder info only; an 8-byte Finder info of type
+// and creator alone), a/b/.AppleDouble/Font, __MACOSX/a/b/._Font, and the
+// file itself as MacBinary.
+enum class Source { None = -1, AppleAttributes, AppleInfoOnly, AppleZeroInfo, NetatalkAttributes, DotUnderscore,
+                    DotUnderscoreInfo, DotUnderscoreType, NetatalkFolder, MacOSXFolder, SelfMacBinary };
 
 // Every place gets its own resource fork (one resource whose ID numbers the
 // place) and its own Finder type, so the winner can be told apart.
 MacParts PartsFor(Source s)
 {
-    MacParts parts;
-    parts.name = "Font";
     const int n = int(s);
-    parts.type = fourCC("src0") + uint32_t(n);
-    parts.creator = fourCC("test");
-    parts.data = Text("inner data fork");
-    parts.resource = ResourceFile({{"SRC ", int16_t(100 + n), std::nullopt, Text("fork")}});
-    return parts;
+    return {"Font", fourCC("src0") + uint32_t(n), fourCC("test"), Text("inner data fork"),
+            ResourceFile({{"SRC ", int16_t(100 + n), std::nullopt, Text("fork")}})};
 }
 
-class Fixture {
-public:
-    explicit Fixture(const std::string& base) : dir_(base), font_(dir_ / "a/b/Font")
-    {
-        WriteFile(font_, Text("plain data fork"));
+void Add(const TempDir& dir, Source s)
+{
+    const MacParts p = PartsFor(s);
+    const std::string font = dir / "a/b/Font", sidecar = dir / "a/b/._Font";
+    switch (s) {
+    case Source::None: return;
+    case Source::AppleAttributes: SetAttribute(font, "user.com.apple.ResourceFork", p.resource); [[fallthrough]];
+    case Source::AppleInfoOnly: SetAttribute(font, "user.com.apple.FinderInfo", p.finderInfo()); return;
+    case Source::AppleZeroInfo: SetAttribute(font, "user.com.apple.FinderInfo", Bytes(32, 0)); return;
+    case Source::NetatalkAttributes:
+        SetAttribute(font, "user.org.netatalk.ResourceFork", p.resource);
+        SetAttribute(font, "user.org.netatalk.Metadata", NetatalkMetadata(p));
+        return;
+    case Source::DotUnderscore: WriteFile(sidecar, MacOSXDotUnderscore(p)); return;
+    case Source::DotUnderscoreInfo: WriteFile(sidecar, AppleContainer(0x00051607, "Mac OS X", {{9, p.finderInfo()}})); return;
+    case Source::DotUnderscoreType: WriteFile(sidecar, AppleContainer(0x00051607, "", {{9, Slice(p.finderInfo(), 0, 8)}})); return;
+    case Source::NetatalkFolder: WriteFile(dir / "a/b/.AppleDouble/Font", PlainAppleDouble(p)); return;
+    case Source::MacOSXFolder: WriteFile(dir / "__MACOSX/a/b/._Font", MacOSXDotUnderscore(p)); return;
+    case Source::SelfMacBinary: WriteFile(font, MacBinaryFile(p, 3)); return;
     }
-
-    const std::string& font() const { return font_; }
-    std::string root() const { return dir_.path(); }
-
-    void add(Source s)
-    {
-        const MacParts p = PartsFor(s);
-        const std::string sidecar = dir_ / "a/b/._Font";
-        switch (s) {
-        case Source::None: return;
-        case Source::AppleAttributes: SetAttribute(font_, "user.com.apple.ResourceFork", p.resource); [[fallthrough]];
-        case Source::AppleInfoOnly: SetAttribute(font_, "user.com.apple.FinderInfo", p.finderInfo()); return;
-        case Source::AppleZeroInfo: SetAttribute(font_, "user.com.apple.FinderInfo", Bytes(32, 0)); return;
-        case Source::NetatalkAttributes:
-            SetAttribute(font_, "user.org.netatalk.ResourceFork", p.resource);
-            SetAttribute(font_, "user.org.netatalk.Metadata", NetatalkMetadata(p));
-            return;
-        case Source::DotUnderscore: WriteFile(sidecar, MacOSXDotUnderscore(p)); return;
-        case Source::DotUnderscoreInfo:
-            WriteFile(sidecar, AppleContainer(0x00051607, "Mac OS X", {{9, p.finderInfo()}}));
-            return;
-        case Source::DotUnderscoreType:
-            WriteFile(sidecar, AppleContainer(0x00051607, "", {{9, Slice(p.finderInfo(), 0, 8)}}));
-            return;
-        case Source::NetatalkFolder: WriteFile(dir_ / "a/b/.AppleDouble/Font", PlainAppleDouble(p)); return;
-        case Source::MacOSXFolder: WriteFile(dir_ / "__MACOSX/a/b/._Font", MacOSXDotUnderscore(p)); return;
-        case Source::SelfMacBinary: WriteFile(font_, MacBinaryFile(p, 3)); return;
-        }
-    }
-
-private:
-    TempDir dir_;
-    std::string font_;
-};
+}
 
 // Which place the resource fork came from (-1: none).
 int ResourceSource(const std::string& path)
@@ -94,12 +58,6 @@ int ResourceSource(const std::string& path)
     auto map = ResourceMap::Parse(fork);
     if (!map || map->records().size() != 1) return -2;
     return map->records()[0].id - 100;
-}
-
-int FinderSource(const MacForkInfo& info)
-{
-    if (!info.hasFinderInfo) return -1;
-    return int(info.fileType - fourCC("src0"));
 }
 
 TEST(MacForks, ResolutionFollowsTheDocumentedOrder)
@@ -112,10 +70,8 @@ TEST(MacForks, ResolutionFollowsTheDocumentedOrder)
         const char* dataFork;  // null: the whole file
     } cases[] = {
         {{}, S::None, S::None, plain},
-        {{S::AppleAttributes, S::NetatalkAttributes, S::DotUnderscore, S::NetatalkFolder, S::MacOSXFolder},
-         S::AppleAttributes, S::AppleAttributes, plain},
-        {{S::NetatalkAttributes, S::DotUnderscore, S::NetatalkFolder, S::MacOSXFolder}, S::NetatalkAttributes,
-         S::NetatalkAttributes, plain},
+        {{S::AppleAttributes, S::NetatalkAttributes, S::DotUnderscore, S::NetatalkFolder, S::MacOSXFolder}, S::AppleAttributes, S::AppleAttributes, plain},
+        {{S::NetatalkAttributes, S::DotUnderscore, S::NetatalkFolder, S::MacOSXFolder}, S::NetatalkAttributes, S::NetatalkAttributes, plain},
         {{S::DotUnderscore, S::NetatalkFolder, S::MacOSXFolder}, S::DotUnderscore, S::DotUnderscore, plain},
         {{S::NetatalkFolder, S::MacOSXFolder}, S::NetatalkFolder, S::NetatalkFolder, plain},
         // A sidecar's resource fork wins over the file read as a container.
@@ -129,18 +85,20 @@ TEST(MacForks, ResolutionFollowsTheDocumentedOrder)
     };
     const std::string attributeBase = AttributeFolder(4096);
     for (const auto& c : cases) {
-        const bool needsAttributes = std::any_of(c.sources.begin(), c.sources.end(), UsesAttributes);
+        const bool needsAttributes = std::any_of(c.sources.begin(), c.sources.end(), [](Source s) { return int(s) <= 3; });
         if (needsAttributes && attributeBase.empty()) continue;
-        Fixture fixture(needsAttributes ? attributeBase : "");
-        for (Source s : c.sources) fixture.add(s);
+        TempDir dir(needsAttributes ? attributeBase : "");
+        const std::string font = dir / "a/b/Font";
+        WriteFile(font, Text(plain));
+        for (Source s : c.sources) Add(dir, s);
         SCOPED_TRACE("first source " + std::to_string(c.sources.empty() ? -1 : int(c.sources[0])));
-        const MacForkInfo info = MacForks::Describe(fixture.font());
+        const MacForkInfo info = MacForks::Describe(font);
         EXPECT_TRUE(info.exists);
-        EXPECT_EQ(ResourceSource(fixture.font()), int(c.resourceFrom));
-        EXPECT_EQ(FinderSource(info), int(c.finderFrom));
+        EXPECT_EQ(ResourceSource(font), int(c.resourceFrom));
+        EXPECT_EQ(info.hasFinderInfo ? int(info.fileType - fourCC("src0")) : -1, int(c.finderFrom));
         Bytes data;
-        ASSERT_TRUE(MacForks::ReadDataFork(fixture.font(), data));
-        EXPECT_EQ(data, c.dataFork ? Text(c.dataFork) : ReadFile(fixture.font()));
+        ASSERT_TRUE(MacForks::ReadDataFork(font, data));
+        EXPECT_EQ(data, c.dataFork ? Text(c.dataFork) : ReadFile(font));
         EXPECT_EQ(info.dataForkLength, data.size());
     }
     if (attributeBase.empty()) GTEST_SKIP() << "no file system here keeps user extended attributes";
@@ -148,13 +106,12 @@ TEST(MacForks, ResolutionFollowsTheDocumentedOrder)
 
 TEST(MacForks, NearestMacOSXFolderWins)
 {
-    Fixture fixture("");
-    WriteFile(fixture.root() + "/__MACOSX/a/b/._Font", MacOSXDotUnderscore(PartsFor(Source::MacOSXFolder)));
-    WriteFile(fixture.root() + "/a/__MACOSX/b/._Font", MacOSXDotUnderscore(PartsFor(Source::NetatalkFolder)));
-    EXPECT_EQ(ResourceSource(fixture.font()), int(Source::NetatalkFolder));
-    // A path with dot segments finds the same sidecars.
-    const std::string winding = fixture.root() + "/a/./b/../b/Font";
-    EXPECT_EQ(ResourceSource(winding), int(Source::NetatalkFolder));
+    TempDir dir;
+    WriteFile(dir / "a/b/Font", Text("plain data fork"));
+    WriteFile(dir / "__MACOSX/a/b/._Font", MacOSXDotUnderscore(PartsFor(Source::MacOSXFolder)));
+    WriteFile(dir / "a/__MACOSX/b/._Font", MacOSXDotUnderscore(PartsFor(Source::NetatalkFolder)));
+    EXPECT_EQ(ResourceSource(dir / "a/b/Font"), int(Source::NetatalkFolder));
+    EXPECT_EQ(ResourceSource(dir / "a/./b/../b/Font"), int(Source::NetatalkFolder));  // dot segments find the same
 }
 
 TEST(MacForks, FoldersAndMissingPathsHaveNoDataFork)
@@ -179,8 +136,7 @@ TEST(MacForks, TruncatedSidecarsAndContainers)
     for (size_t length = 0; length < sidecar.size(); ++length) {
         WriteFile(dir / "._Font", Slice(sidecar, 0, length));
         const MacForkInfo info = MacForks::Describe(dir / "Font");
-        EXPECT_EQ(info.resourceForkLength, 0u) << "length " << length;
-        EXPECT_FALSE(info.hasFinderInfo) << "length " << length;
+        EXPECT_TRUE(info.resourceForkLength == 0 && !info.hasFinderInfo) << "length " << length;
     }
     std::filesystem::remove(dir / "._Font");
     const MacParts parts = PartsFor(Source::SelfMacBinary);

@@ -2,8 +2,8 @@
 // the text encodings: one table per rule.
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "support/GStringUtils.h"
@@ -25,8 +25,8 @@ std::string pascalBody(const unsigned char* p)
 TEST(LxString, PascalFormIsCutAt255Bytes)
 {
     LxString s(std::string(254, 'a') + "\xC3\xA9" + std::string(44, 'b'));
-    unsigned char out[258];
-    std::memset(out, 0xAA, sizeof out);
+    unsigned char out[258] = {};
+    out[256] = 0xAA;
     s.GetPascalString(out);
     EXPECT_EQ(pascalBody(out), std::string(254, 'a') + "\xC3");
     EXPECT_EQ(out[256], 0xAA);
@@ -57,32 +57,12 @@ TEST(LxString, AssignmentCopiesThePascalBufferOnlyBetweenTwoBuffers)
 
 TEST(LxString, ComparisonsIgnoreAsciiCaseOnly)
 {
-    const struct {
-        const char* a;
-        const char* b;
-        int sign;
-    } cases[] = {{"Arial", "ARIAL", 0}, {"a", "B", -1}, {"B", "a", 1}, {"Times", "TIMES NEW", -1},
-                 {"_", "a", -1} /* lowered first */, {"\xC3\x89", "\xC3\xA9", -1}};
+    const struct { const char *a, *b; int sign; } cases[] = {
+        {"Arial", "ARIAL", 0}, {"a", "B", -1}, {"B", "a", 1}, {"Times", "TIMES NEW", -1}, {"_", "a", -1} /* lowered first */, {"\xC3\x89", "\xC3\xA9", -1}};
     for (const auto& c : cases) {
         const LxString a(c.a), b(c.b);
-        EXPECT_EQ(a == std::string(c.b), c.sign == 0) << c.a << " " << c.b;
-        EXPECT_EQ(a < b, c.sign < 0) << c.a << " " << c.b;
-        EXPECT_EQ(a >= c.b, c.sign >= 0) << c.a << " " << c.b;
+        EXPECT_EQ(std::make_tuple(a == std::string(c.b), a < b, a >= c.b), std::make_tuple(c.sign == 0, c.sign < 0, c.sign >= 0)) << c.a << " " << c.b;
     }
-}
-
-TEST(LxString, EditingRules)
-{
-    LxString s("x \n ");
-    EXPECT_TRUE(s.TrimWhitespaceFromEnd());
-    EXPECT_EQ(s.str(), "x \n");  // a line end is not trimmed
-    EXPECT_FALSE(s.TrimWhitespaceFromEnd());
-    EXPECT_EQ(ReplaceAll(&s, "x", "xx"), 1);  // inserted text is never searched
-    char dst[8];
-    std::memset(dst, 'Z', sizeof dst);
-    EXPECT_EQ(strncpyNULLTerminate(dst, "abcdef", 4), dst);
-    EXPECT_STREQ(dst, "abc");
-    EXPECT_EQ(dst[4], 'Z');
 }
 
 // The wide form is widened UTF-16: a pair stays two elements, and each
@@ -93,11 +73,10 @@ TEST(LxString, WideFormsAreWidenedUTF16)
     EXPECT_EQ(UTF8ToWide(LxString("a\xF0\x9F\x98\x80")), std::wstring({L'a', wchar_t(0xD83D), wchar_t(0xDE00)}));
     EXPECT_TRUE(UTF8ToWide(LxString("ok\xFF")).empty());
     std::string out = "untouched";
-    EXPECT_EQ(WideToUTF8(std::wstring(1, wchar_t(0x1F600)), &out), 3u);
-    EXPECT_EQ(out, "\xEF\x98\x80");
-    out = "untouched";
     EXPECT_EQ(WideToUTF8(std::wstring(1, wchar_t(0x1DC00)), &out), 0u);  // a lone surrogate
     EXPECT_EQ(out, "untouched");
+    EXPECT_EQ(WideToUTF8(std::wstring(1, wchar_t(0x1F600)), &out), 3u);
+    EXPECT_EQ(out, "\xEF\x98\x80");
     const unsigned short units[] = {0x41, 0xD83D, 0xDE00, 0, 0x42};
     EXPECT_EQ(UniCharBufToWide(units), std::wstring({L'A', wchar_t(0xD83D), wchar_t(0xDE00)}));
     EXPECT_TRUE(DecomposedToPrecomposed(L"e\u0301").empty());
@@ -120,19 +99,14 @@ TEST(LxString, EncodedBytesInAndOut)
 
 TEST(TextEncoding, LegacyEncodingsBothWaysAndFailures)
 {
-    const struct {
-        const char* bytes;
-        uint32_t encoding;
-        const char16_t* text;
-    } cases[] = {{"Caf\x8E\xDE", kCFStringEncodingMacRoman, u"Caf\u00E9\uFB01"},
-                 {"\x93\xFA\x96\x7B", kCFStringEncodingMacJapanese, u"\u65E5\u672C"},
-                 {"\x82\xA0\xB1", kCFStringEncodingShiftJIS, u"\u3042\uFF71"}};
+    const struct { const char* bytes; uint32_t encoding; const char16_t* text; } cases[] = {
+        {"Caf\x8E\xDE", kCFStringEncodingMacRoman, u"Caf\u00E9\uFB01"}, {"\x93\xFA\x96\x7B", kCFStringEncodingMacJapanese, u"\u65E5\u672C"},
+        {"\x82\xA0\xB1", kCFStringEncodingShiftJIS, u"\u3042\uFF71"}};
     for (const auto& c : cases) {
         EXPECT_EQ(TextEncoding::Decode(c.bytes, c.encoding), PlatformString(c.text)) << c.bytes;
         EXPECT_EQ(TextEncoding::Encode(c.text, c.encoding), std::string(c.bytes)) << c.bytes;
     }
-    const std::pair<std::string, uint32_t> invalid[] = {
-        {"\x93", kCFStringEncodingShiftJIS}, {"\x80", kCFStringEncodingASCII},
+    const std::pair<std::string, uint32_t> invalid[] = {{"\x93", kCFStringEncodingShiftJIS}, {"\x80", kCFStringEncodingASCII},
         {"\xED\xA0\x80", kCFStringEncodingUTF8}, {std::string("a\0b", 3), kCFStringEncodingUTF16BE}, {"abc", 0x7777}};
     for (const auto& [text, encoding] : invalid) EXPECT_FALSE(TextEncoding::Decode(text, encoding)) << text;
     EXPECT_FALSE(TextEncoding::Encode(u"\u65E5", kCFStringEncodingMacRoman));
@@ -157,11 +131,19 @@ TEST(StringSafe, BoundedFunctionsAndTheirCodes)
     EXPECT_EQ(StringCbLengthW(L"abc", 15, &length), STRSAFE_E_INVALID_PARAMETER);  // 3 elements
 }
 
-TEST(GStringUtils, SplittingStrippingAndEscaping)
+TEST(GStringUtils, EditingSplittingStrippingAndEscaping)
 {
+    LxString s("x \n ");
+    EXPECT_TRUE(s.TrimWhitespaceFromEnd());
+    EXPECT_EQ(s.str(), "x \n");  // a line end is not trimmed
+    EXPECT_FALSE(s.TrimWhitespaceFromEnd());
+    EXPECT_EQ(ReplaceAll(&s, "x", "xx"), 1);  // inserted text is never searched
+    char dst[8] = "ZZZZZZZ";
+    EXPECT_EQ(strncpyNULLTerminate(dst, "abcdef", 4), dst);
+    EXPECT_STREQ(dst, "abc");
+    EXPECT_EQ(dst[4], 'Z');
     using Tokens = std::vector<std::string>;
     EXPECT_EQ(TokenizeString(",,a , b,,", ", "), (Tokens{"a", "b"}));
-    EXPECT_EQ(EnstringTokens({"a", "b", "c"}, ", "), "a, b, c");
     // Whitespace is non-graphic ASCII; bytes of 0x80 and above stop it.
     EXPECT_EQ(StripWhitespace(" \t\r\n\x7F" "Bold \n"), "Bold");
     EXPECT_EQ(StripTrailingWhitespace("\xC2\xA0x\xC2\xA0"), "\xC2\xA0x\xC2\xA0");
@@ -182,8 +164,7 @@ TEST(GStringUtils, NumberParsing)
     EXPECT_EQ(UTF8StringToSInt16("70000"), 4464);  // low 16 bits of the 32-bit value
     const std::pair<const char*, bool> bools[] = {{" YES ", true}, {"1x", true}, {"2", false}, {"on", false}};
     for (const auto& [text, value] : bools) EXPECT_EQ(UTF8StringToBool(text), value) << text;
-    const std::pair<const char*, bool> numbers[] = {{"-0", true},  {"00x", true}, {"-0z", true}, {" 5", true},
-                                                    {"12a", false}, {"", false},  {"5 ", false}, {"+0", false}};
+    const std::pair<const char*, bool> numbers[] = {{"-0", true}, {"00x", true}, {"-0z", true}, {" 5", true}, {"12a", false}, {"", false}, {"5 ", false}, {"+0", false}};
     for (const auto& [text, value] : numbers) EXPECT_EQ(IsNumber(text), value) << '"' << text << '"';
 }
 
@@ -191,17 +172,10 @@ TEST(GStringUtils, NumberParsing)
 // (kept deliberately) and hands any other difference to Unicode collation.
 TEST(GStringUtils, CompareNoCaseByEncoding)
 {
-    const struct {
-        EStringEncoding encoding;
-        const char* a;
-        const char* b;
-        int expected;
-    } cases[] = {
-        {kStringEncodingASCII, "abc", "ABCDE", -2}, {kStringEncoding8Bit, "Abc", "abc", 32},
-        {kStringEncoding8Bit, "aBc", "abC", 32},    {kStringEncoding8Bit, "Abc", "abd", 'C' - 'D'},
-        {kStringEncoding8Bit, "abcde", "ABC", 2},   {kStringEncoding8Bit, "", "abc", -1},
-        {kStringEncoding8Bit, "x\xC3\xA9", "X\xC3\x89", 0}, {kStringEncodingUnicode, "a", nullptr, 1},
-    };
+    const struct { EStringEncoding encoding; const char *a, *b; int expected; } cases[] = {
+        {kStringEncodingASCII, "abc", "ABCDE", -2}, {kStringEncoding8Bit, "Abc", "abc", 32}, {kStringEncoding8Bit, "aBc", "abC", 32},
+        {kStringEncoding8Bit, "Abc", "abd", 'C' - 'D'}, {kStringEncoding8Bit, "abcde", "ABC", 2}, {kStringEncoding8Bit, "", "abc", -1},
+        {kStringEncoding8Bit, "x\xC3\xA9", "X\xC3\x89", 0}, {kStringEncodingUnicode, "a", nullptr, 1}};
     for (const auto& c : cases)
         EXPECT_EQ(OSCompareStringsNoCase(c.encoding, c.a, c.b), c.expected) << c.a << " vs " << (c.b ? c.b : "null");
     EXPECT_EQ(OSCompareStringsNoCase(kStringEncodingASCII, "abX", 2, "ABY", 2), 0);

@@ -13,10 +13,7 @@ using namespace XCFUtils;
 
 namespace {
 
-struct PlistFree {
-    void operator()(void* node) const { plist_free(node); }
-};
-using Plist = std::unique_ptr<void, PlistFree>;
+using Plist = std::unique_ptr<void, decltype([](void* node) { plist_free(node); })>;
 
 int64_t integerOf(plist_t node)
 {
@@ -30,31 +27,23 @@ int64_t integerOf(plist_t node)
 TEST(XCFUtilsFiles, EachFailurePrintsItsLine)
 {
     TempFolder temp;
-    const std::string empty = temp.file("empty"), garbage = temp.file("garbage", "<plist><dict><key>a</key>"),
-                      unwritable = temp / "no/such.plist";
+    const std::string empty = temp.file("empty"), garbage = temp.file("garbage", "<plist><dict><key>a</key>"), unwritable = temp / "no/such.plist";
     Plist data(plist_new_data("abc", 3)), text(plist_new_string("abc"));
     const std::string length = "XCFUtils::XCFCreateCFDataRefFromPath:  error getting file length & rewinding file ";
     const std::string writer = "*** XCFUtils::XCFWriteCFDataRefToXMLFile:  ";
-    const struct {
-        std::function<bool()> fails;
-        std::string line;
-    } cases[] = {
+    const struct { std::function<bool()> fails; std::string line; } cases[] = {
         {[&] { return !XCFCreateCFDataRefFromPath(empty.c_str()); }, length},
-        {[&] { return !XCFCreateCFPropertyListFromPath(garbage.c_str(), 0); },
-         "XCFUtils::XCFCreateCFPropertyListFromPath:  error returned. cannot parse property list"},
-        {[&] { return !XCFWriteCFPropertyListToXMLFile(text.get(), unwritable.c_str()); },
-         writer + "Error opening file for writing."},
-        {[&] { return !XCFWriteCFDataRefToXMLFile(text.get(), (temp / "out").c_str()); },
-         writer + "Failed to create buffer from CFDataRef."},
+        {[&] { return !XCFCreateCFPropertyListFromPath(garbage.c_str(), 0); }, "XCFUtils::XCFCreateCFPropertyListFromPath:  error returned. cannot parse property list"},
+        {[&] { return !XCFWriteCFPropertyListToXMLFile(text.get(), unwritable.c_str()); }, writer + "Error opening file for writing."},
+        {[&] { return !XCFWriteCFDataRefToXMLFile(text.get(), (temp / "out").c_str()); }, writer + "Failed to create buffer from CFDataRef."},
         {[&] { return !XCFWriteCFDataRefToXMLFile(data.get(), "/dev/full"); }, writer + "Error writing to file."},
         {[&] { return !XCFWriteCFPropertyListToXMLFile(nullptr, (temp / "out").c_str()); },
          "*** XCFUtils::XCFWriteCFPropertyListToXMLFile:  Failed to create XML CFData from property list for writing."},
     };
-    for (size_t i = 0; i < std::size(cases); ++i) {
+    for (const auto& c : cases) {
         testing::internal::CaptureStdout();
-        const bool failed = cases[i].fails();
-        EXPECT_TRUE(failed) << "case " << i;
-        EXPECT_EQ(testing::internal::GetCapturedStdout(), cases[i].line.empty() ? "" : cases[i].line + "\n") << i;
+        const bool failed = c.fails();
+        EXPECT_EQ(std::make_pair(failed, testing::internal::GetCapturedStdout()), std::make_pair(true, c.line + "\n"));
     }
     // A written list reads back, replacing a longer file.
     Plist longer(plist_new_string(std::string(5000, 'x').c_str()));
@@ -84,12 +73,7 @@ TEST(XCFUtilsValues, PutsAndTypedLookups)
 
     // A five-unit string: too small a capacity gives the negated length; an
     // exact fit is left unterminated.
-    const struct {
-        long capacity;
-        bool terminate;
-        long result;
-        long written;
-    } copies[] = {{4, false, -5, 0}, {5, true, 5, 5}, {6, false, 5, 5}, {6, true, 5, 6}};
+    const struct { long capacity; bool terminate; long result, written; } copies[] = {{4, false, -5, 0}, {5, true, 5, 5}, {6, false, 5, 5}, {6, true, 5, 6}};
     for (const auto& c : copies) {
         unsigned short buffer[8];
         std::fill(std::begin(buffer), std::end(buffer), 0xAAAA);
@@ -114,16 +98,10 @@ std::pair<bool, double> convert(plist_t node, long type)
 TEST(XCFUtilsValues, NumberConversionsReportLoss)
 {
     const std::pair<std::pair<bool, double>, double> cases[] = {
-        {convert<int8_t>(plist_new_uint(300), kNumberChar), 44},
-        {convert<int16_t>(plist_new_uint(40000), kNumberShort), -25536},
-        {convert<int32_t>(plist_new_uint(2147483648ull), kNumberLong), -2147483648.0},
-        {convert<int16_t>(plist_new_real(-2.5), kNumberShort), -2},
-        {convert<float>(plist_new_real(0.1), kNumberFloat), double(0.1f)},
-        {convert<double>(plist_new_bool(1), kNumberDouble), -1}};
-    for (const auto& [got, expected] : cases) {
-        EXPECT_FALSE(got.first) << expected;
-        EXPECT_EQ(got.second, expected);
-    }
+        {convert<int8_t>(plist_new_uint(300), kNumberChar), 44}, {convert<int16_t>(plist_new_uint(40000), kNumberShort), -25536},
+        {convert<int32_t>(plist_new_uint(2147483648ull), kNumberLong), -2147483648.0}, {convert<int16_t>(plist_new_real(-2.5), kNumberShort), -2},
+        {convert<float>(plist_new_real(0.1), kNumberFloat), double(0.1f)}, {convert<double>(plist_new_bool(1), kNumberDouble), -1}};
+    for (const auto& [got, expected] : cases) EXPECT_EQ(got, std::make_pair(false, expected));
     EXPECT_EQ(convert<double>(plist_new_real(0.1), kNumberDouble), std::make_pair(true, 0.1));
 }
 
