@@ -28,15 +28,12 @@ inline uint32_t paddedSum(const std::string& bytes)
     return sum;
 }
 
-inline uint32_t paddedLength(const std::string& bytes)
-{
-    return (uint32_t(bytes.size()) + 3) & ~3u;
-}
+inline uint32_t paddedLength(const std::string& bytes) { return (uint32_t(bytes.size()) + 3) & ~3u; }
 
 // An sfnt whose tables follow the directory back to back, each padded to 4
 // bytes. `base` is added to every table offset (for collections).
-inline void appendSfnt(ByteWriter& out, uint32_t version, const std::vector<Table>& tables,
-                       uint32_t base = 0)
+inline ByteWriter& appendSfnt(ByteWriter& out, uint32_t version, const std::vector<Table>& tables,
+                              uint32_t base = 0)
 {
     out.u32(version).u16(uint16_t(tables.size())).u16(0).u16(0).u16(0);
     uint32_t offset = base + 12 + 16 * uint32_t(tables.size());
@@ -45,22 +42,20 @@ inline void appendSfnt(ByteWriter& out, uint32_t version, const std::vector<Tabl
         offset += paddedLength(table.bytes);
     }
     for (const Table& table : tables) out.bytes(table.bytes).pad(4);
+    return out;
 }
 
 inline std::vector<uint8_t> sfnt(uint32_t version, const std::vector<Table>& tables)
 {
     ByteWriter out;
-    appendSfnt(out, version, tables);
-    return out.take();
+    return appendSfnt(out, version, tables).take();
 }
 
 // Tables every Windows system needs, with a little content each.
 inline std::vector<Table> requiredTables()
 {
-    std::vector<Table> tables;
-    for (const char* tag : {"OS/2", "cmap", "head", "hhea", "hmtx", "maxp", "name", "post"})
-        tables.push_back({tag, std::string(8, 'x')});
-    return tables;
+    const std::string x(8, 'x');
+    return {{"OS/2", x}, {"cmap", x}, {"head", x}, {"hhea", x}, {"hmtx", x}, {"maxp", x}, {"name", x}, {"post", x}};
 }
 
 // A collection of faces that share nothing: each face's tables follow its
@@ -73,11 +68,11 @@ inline std::vector<uint8_t> collection(const std::vector<std::vector<Table>>& fa
     std::vector<uint32_t> starts;
     uint32_t offset = 12 + 4 * uint32_t(faces.size());
     for (const auto& face : faces) {
+        out.u32(offset);
         starts.push_back(offset);
         offset += 12 + 16 * uint32_t(face.size());
         for (const auto& table : face) offset += paddedLength(table.bytes);
     }
-    for (uint32_t start : starts) out.u32(start);
     for (size_t i = 0; i < faces.size(); ++i) appendSfnt(out, 0x00010000, faces[i], starts[i]);
     return out.take();
 }
@@ -114,9 +109,8 @@ inline std::string nameTable(const std::vector<NameRecord>& records)
 // directory entry is found).
 inline std::vector<uint8_t> fontWithNames(const std::vector<NameRecord>& records)
 {
-    auto font = sfnt(0x00010000, {{"name", nameTable(records)}});
-    font.push_back(0);
-    return font;
+    ByteWriter out;
+    return appendSfnt(out, 0x00010000, {{"name", nameTable(records)}}).u8(0).take();
 }
 
 }  // namespace testfonts

@@ -19,19 +19,16 @@ std::string messageOfLoading(plist_t root)
 
 TEST_F(KeywordTableTest, MissingArraysAreDataRetrieveErrors)
 {
-    plist_t root = plist_new_dict();
-    EXPECT_EQ(messageOfLoading(root), "KeywordTable.plist - Components array");
-    plist_t components = plist_new_array();
-    plist_array_append_item(components, keywords::componentNode({1, "Bold", false, true, {"Bold"}}));
-    plist_dict_set_item(root, "Components", components);
+    for (plist_t root : {plist_new_dict(), plist_new_array()}) {
+        EXPECT_EQ(messageOfLoading(root), "KeywordTable.plist - Components array");
+        plist_free(root);
+    }
+    plist_t root = keywords::table({{1, "Bold", false, true, {"Bold"}}}, {});
+    plist_dict_remove_item(root, "Styles");
     EXPECT_EQ(messageOfLoading(root), "KeywordTable.plist - Style array");
     // The components were loaded before the styles were found missing.
-    ASSERT_EQ(LxFontStyleScan::gStyleComponents.size(), 1u);
-    EXPECT_EQ(LxFontStyleScan::gStyleComponents[0].display, "Bold");
+    EXPECT_EQ(keywords::constants(LxFontStyleScan::gStyleComponents), Constants{1});
     plist_free(root);
-    plist_t notADictionary = plist_new_array();
-    EXPECT_EQ(messageOfLoading(notADictionary), "KeywordTable.plist - Components array");
-    plist_free(notADictionary);
 }
 
 // Each entry is skipped or kept on its own: a missing key, a text of 512
@@ -58,8 +55,7 @@ TEST_F(KeywordTableTest, EntriesMissingAKeyOrTooLongAreSkipped)
     EXPECT_TRUE(loaded[2].isModifier && !loaded[2].compounds);
     const auto& kept = LxFontStyleScan::gBuiltinStyles;
     ASSERT_EQ(kept.size(), 2u);
-    EXPECT_TRUE(kept[0].display == "Bold" && kept[0].isWeight);
-    EXPECT_FALSE(kept[1].isWeight);
+    EXPECT_TRUE(kept[0].display == "Bold" && kept[0].isWeight && !kept[1].isWeight);
 }
 
 // Any number is a constant, read as signed 32-bit: negative ones, reals
@@ -68,10 +64,8 @@ TEST_F(KeywordTableTest, StyleConstantsAreAnyNumberReadAsSigned32Bit)
 {
     plist_t root = keywords::table({{-3, "Minus", false, false, {"Minus"}}}, {{"Mixed", {-3}, false}});
     plist_t list = plist_dict_get_item(plist_array_get_item(plist_dict_get_item(root, "Styles"), 0), "components");
-    plist_array_append_item(list, plist_new_string("9"));
-    plist_array_append_item(list, plist_new_real(9.0));
-    plist_array_append_item(list, plist_new_real(2.5));
-    plist_array_append_item(list, plist_new_uint(4294967296ull + 7));
+    for (plist_t item : {plist_new_string("9"), plist_new_real(9.0), plist_new_real(2.5), plist_new_uint(4294967296ull + 7)})
+        plist_array_append_item(list, item);
     plist_t component = plist_array_get_item(plist_dict_get_item(root, "Components"), 0);
     plist_dict_set_item(component, "style-constant", plist_new_real(-3.0));
     LoadRoot(root);
@@ -81,7 +75,7 @@ TEST_F(KeywordTableTest, StyleConstantsAreAnyNumberReadAsSigned32Bit)
 
 TEST_F(KeywordTableTest, LaterComponentsWithTheSameConstantReplaceEarlierOnesInTheMap)
 {
-    Load({{7, "First", false, true, {"First"}}, {7, "Second", false, false, {"Second"}}}, {});
+    LoadRoot(keywords::table({{7, "First", false, true, {"First"}}, {7, "Second", false, false, {"Second"}}}, {}));
     EXPECT_EQ(LxFontStyleScan::gStyleComponents.size(), 2u);
     EXPECT_EQ(LxFontStyleScan::gStyleComponentMap.at(7).display, "Second");
     // The scan still finds the first by its own word.

@@ -13,69 +13,50 @@ namespace {
 
 const std::string kData = TYPEPROBE_TEST_DATA_DIR "/tables/";
 
-class FoundryNameTableTest : public ::testing::Test {
-protected:
-    void SetUp() override
-    {
-        table_.LoadTableFromFiles(kData + "FoundryNameTable.plist", kData + "QuestionableCreatorCodes.plist");
-    }
-    CFoundryNameTable table_;
-};
-
 // Questionable codes compare all 32 bits; known codes ignore case: two codes
 // that differ only in case are one foundry yet only one is questionable.
-TEST_F(FoundryNameTableTest, CreatorCodes)
+// Name patterns are found anywhere in the lower-cased name, in table order;
+// fallback entries met on the way go to the fallback output.
+TEST(FoundryNameTable, CreatorCodesAndNamePatterns)
 {
-    const struct {
-        uint32_t code;
-        bool questionable;
-        const char* known;  // null: not known
-    } cases[] = {{fourCC("DMOV"), true, nullptr},      {fourCC("dmov"), false, nullptr},
-                 {fourCC("ACp1"), true, "Type Works"}, {fourCC("ACP1"), false, "Type Works"},
-                 {fourCC("ACME"), false, "Acme Type"}, {fourCC("ZZZZ"), false, nullptr},
-                 {fourCC("NONM"), false, nullptr} /* its entry has no name */, {0, false, nullptr}};
-    for (const auto& c : cases) {
-        const std::string name = fourCCString(c.code);
-        EXPECT_EQ(table_.IsQuestionableCreatorCode(c.code), c.questionable) << name;
+    CFoundryNameTable table;
+    table.LoadTableFromFiles(kData + "FoundryNameTable.plist", kData + "QuestionableCreatorCodes.plist");
+    const struct { uint32_t code; bool questionable; const char* known; /* null: not known */ } codes[] = {
+        {fourCC("DMOV"), true, nullptr}, {fourCC("dmov"), false, nullptr}, {fourCC("ACp1"), true, "Type Works"},
+        {fourCC("ACP1"), false, "Type Works"}, {fourCC("ACME"), false, "Acme Type"}, {fourCC("ZZZZ"), false, nullptr},
+        {fourCC("NONM"), false, nullptr} /* its entry has no name */, {0, false, nullptr}};
+    for (const auto& c : codes) {
         LxString foundry;
-        EXPECT_EQ(table_.IsKnownCreatorCode(c.code, foundry), c.known != nullptr) << name;
-        EXPECT_EQ(foundry.str(), c.known ? c.known : "") << name;
+        EXPECT_EQ(table.IsQuestionableCreatorCode(c.code), c.questionable) << fourCCString(c.code);
+        EXPECT_EQ(table.IsKnownCreatorCode(c.code, foundry), c.known != nullptr) << fourCCString(c.code);
+        EXPECT_EQ(foundry.str(), c.known ? c.known : "") << fourCCString(c.code);
     }
     LxString prefilled("Earlier");
-    EXPECT_FALSE(table_.IsKnownCreatorCode(fourCC("ACME"), prefilled));
+    EXPECT_FALSE(table.IsKnownCreatorCode(fourCC("ACME"), prefilled));
     EXPECT_EQ(prefilled.str(), "Earlier");
-}
 
-// Patterns are found anywhere in the lower-cased name, in table order;
-// fallback entries met on the way go to the fallback output.
-TEST_F(FoundryNameTableTest, NamePatterns)
-{
-    const struct {
-        const char* name;
-        const char* foundry;  // null: no match
-        const char* fallback;
-    } cases[] = {
+    const struct { const char* name; const char* foundry; /* null: no match */ const char* fallback; } names[] = {
         {"Copyright 1999 ACME TYPE FOUNDRY", "Acme Type", "First Fallback"},
         {"Lettering by Type Works for Acme", "Acme Type", "First Fallback"},  // earliest entry wins
         {"a nameless design", "Acme Nameless", "First Fallback"},  // nameless entries are passed
         {"UPPER upper Upper", nullptr, "Last Fallback"},  // a stored capital never matches
     };
-    for (const auto& c : cases) {
+    for (const auto& c : names) {
         LxString foundry, fallback;
-        EXPECT_EQ(table_.ContainsKnownFoundryName(c.name, &foundry, &fallback), c.foundry != nullptr) << c.name;
-        EXPECT_EQ(foundry.str(), c.foundry ? c.foundry : "") << c.name;
-        EXPECT_EQ(fallback.str(), c.fallback) << c.name;
+        EXPECT_EQ(table.ContainsKnownFoundryName(c.name, &foundry, &fallback), c.foundry != nullptr) << c.name;
+        EXPECT_EQ(foundry.str() + "|" + fallback.str(), std::string(c.foundry ? c.foundry : "") + "|" + c.fallback) << c.name;
     }
-    EXPECT_TRUE(table_.ContainsKnownFoundryName("acme", nullptr, nullptr));
+    EXPECT_TRUE(table.ContainsKnownFoundryName("acme", nullptr, nullptr));
 }
 
-TEST_F(FoundryNameTableTest, CanonicalNamePrefersCodeThenNameThenFallbackThenUnknown)
+TEST(FoundryNameTable, CanonicalNamePrefersCodeThenNameThenFallbackThenUnknown)
 {
-    EXPECT_EQ(table_.GetCanonicalFoundryName(fourCC("TWRK"), "Acme").str(), "Type Works");
-    EXPECT_EQ(table_.GetCanonicalFoundryName(0, "Acme").str(), "Acme Type");
-    EXPECT_EQ(table_.GetCanonicalFoundryName(fourCC("ZZZZ"), "Nobody").str(), "Last Fallback");
-    CFoundryNameTable noFallback;
+    CFoundryNameTable table, noFallback;
+    table.LoadTableFromFiles(kData + "FoundryNameTable.plist", kData + "QuestionableCreatorCodes.plist");
     noFallback.LoadTableFromFiles(kData + "NoFallbackFoundryNameTable.plist", "");
+    EXPECT_EQ(table.GetCanonicalFoundryName(fourCC("TWRK"), "Acme").str(), "Type Works");
+    EXPECT_EQ(table.GetCanonicalFoundryName(0, "Acme").str(), "Acme Type");
+    EXPECT_EQ(table.GetCanonicalFoundryName(fourCC("ZZZZ"), "Nobody").str(), "Last Fallback");
     EXPECT_EQ(noFallback.GetCanonicalFoundryName(0, "Nobody").str(), "--");
     EXPECT_EQ(noFallback.GetCanonicalFoundryName(0, "ACME").str(), "Acme Type");
     // Without a table (or with a root that is no array) every query fails.
@@ -83,8 +64,7 @@ TEST_F(FoundryNameTableTest, CanonicalNamePrefersCodeThenNameThenFallbackThenUnk
         CFoundryNameTable none;
         none.LoadTableFromFiles(kData + file, kData + "missing.plist");
         LxString foundry, fallback;
-        EXPECT_FALSE(none.IsKnownCreatorCode(fourCC("ACME"), foundry) ||
-                     none.ContainsKnownFoundryName("acme", &foundry, &fallback) ||
+        EXPECT_FALSE(none.IsKnownCreatorCode(fourCC("ACME"), foundry) || none.ContainsKnownFoundryName("acme", &foundry, &fallback) ||
                      none.IsQuestionableCreatorCode(fourCC("DMOV"))) << file;
         EXPECT_EQ(none.GetCanonicalFoundryName(fourCC("ACME"), "acme").str(), "--") << file;
     }
@@ -139,11 +119,7 @@ TEST(GetClassificationFromFamily, AlternateOnlyForAnUnknownFamily)
     const std::string times = shared->GetClassNameFromFontFamily("Times").str();
     const std::string courier = shared->GetClassNameFromFontFamily("Courier").str();
     ASSERT_NE(times, "--");
-    const struct {
-        const char* family;
-        const char* alternate;
-        std::string expected;
-    } cases[] = {{"No Such Family", nullptr, "--"}, {"No Such Family", "No Such Family 2", "--"},
+    const struct { const char* family; const char* alternate; std::string expected; } cases[] = {{"No Such Family", nullptr, "--"}, {"No Such Family", "No Such Family 2", "--"},
                  {"No Such Family", "TIMES", times}, {"Courier", "Times", courier}};
     for (const auto& c : cases) {
         ASSERT_EQ(TP_GetClassificationFromFamily(c.family, c.alternate, buffer, sizeof buffer), 0u);
