@@ -15,15 +15,13 @@ constexpr size_t kHuge = std::numeric_limits<size_t>::max();
 TEST(ByteView, ReadsBigEndianValues)
 {
     ByteWriter w;
-    w.u8(0xFE).u16(0x8001).u24(0x123456).u32(0xDEADBEEF).tag("OTTO");
-    const ByteView v = w.view();
+    w.u8(0xFE).u16(0x8001).u24(0x123456).u32(0xDEADBEEF);
     int8_t sb = 0;
     int16_t ss = 0;
     int32_t sl = 0;
-    uint32_t t = 0, l = 0, code = 0;
-    ASSERT_TRUE(v.i8(0, sb) && v.i16(1, ss) && v.u24(3, t) && v.u32(6, l) && v.i32(6, sl) && v.tag(10, code));
-    EXPECT_EQ(std::make_tuple(sb, ss, t, l, sl, fourCCString(code)),
-              std::make_tuple(int8_t(-2), int16_t(-32767), 0x123456u, 0xDEADBEEFu, int32_t(0xDEADBEEF), std::string("OTTO")));
+    uint32_t t = 0;
+    ASSERT_TRUE(w.view().i8(0, sb) && w.view().i16(1, ss) && w.view().u24(3, t) && w.view().i32(6, sl));
+    EXPECT_EQ(std::make_tuple(sb, ss, t, sl), std::make_tuple(int8_t(-2), int16_t(-32767), 0x123456u, int32_t(0xDEADBEEF)));
 }
 
 // Reads past the end fail and leave the output; range checks cannot
@@ -44,7 +42,6 @@ TEST(ByteView, BoundsAreCheckedWithoutOverflow)
     EXPECT_TRUE(eight.chars(4, kHuge).empty());
     const ByteView null(static_cast<const uint8_t*>(nullptr), 100);
     EXPECT_EQ(null.size(), 0u);
-    EXPECT_FALSE(null.u8(0, b));
     auto inner = eight.sub(2, 3);
     ASSERT_TRUE(inner);
     EXPECT_FALSE(inner->u8(3, b) || inner->startsWith("cdef"));  // 'f' lies outside the sub-view
@@ -59,24 +56,9 @@ TEST(ByteReader, AdvancesOnlyOnSuccess)
     uint16_t s;
     uint32_t l;
     ASSERT_TRUE(r.u16(s) && r.u32(l));
-    EXPECT_FALSE(r.u16(s));
+    EXPECT_FALSE(r.u16(s) || r.skip(2));
     EXPECT_EQ(std::make_pair(r.offset(), r.remaining()), std::make_pair(size_t(6), size_t(1)));
-    EXPECT_FALSE(r.skip(2));
-    EXPECT_TRUE(r.skip(1));
-    EXPECT_FALSE(r.seek(8));
-}
-
-TEST(ByteWriter, PatchesOnlyWrittenBytesAndCutsPascalStrings)
-{
-    ByteWriter w;
-    w.u32(0).pascal(std::string(300, 'x')).pad(4);
-    EXPECT_EQ(w.size(), 4u + 256u);
-    EXPECT_TRUE(w.putU32(0, 0xAABBCCDD));
-    EXPECT_FALSE(w.putU32(w.size() - 3, 1));
-    uint32_t l;
-    uint8_t length;
-    ASSERT_TRUE(w.view().u32(0, l) && w.view().u8(4, length));
-    EXPECT_EQ(std::make_pair(l, length), std::make_pair(0xAABBCCDDu, uint8_t(255)));
+    EXPECT_TRUE(r.skip(1) && !r.seek(8));
 }
 
 }  // namespace

@@ -20,10 +20,7 @@ TEST(ResourceDirectory, VariableThenTheProgramsPrefix)
     char resolved[PATH_MAX];
     ASSERT_NE(realpath(TYPEPROBE_BUILD_DIR, resolved), nullptr);
     EXPECT_EQ(ResourceDirectory::Path(), std::string(resolved) + "/share/typeprobe");
-    if (saved)
-        setenv("TYPEPROBE_RESOURCE_DIR", previous.c_str(), 1);
-    else
-        unsetenv("TYPEPROBE_RESOURCE_DIR");
+    saved ? setenv("TYPEPROBE_RESOURCE_DIR", previous.c_str(), 1) : unsetenv("TYPEPROBE_RESOURCE_DIR");
 }
 
 }  // namespace

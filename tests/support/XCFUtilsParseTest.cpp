@@ -87,12 +87,9 @@ TEST(XCFUtilsParse, NestingIsBoundedInBothForms)
     EXPECT_FALSE(parses(chain(limit + 1)));
     // Depths that would overflow libplist's stack, some of them behind end
     // tags that libplist does not take as such.
-    const std::string deep[] = {
-        nestedXml(200000), "<plist>" + repeat("<dict><key>k</key>", 200000),
+    const std::string deep[] = {nestedXml(200000), chain(200000), "<plist>" + repeat("<dict><key>k</key>", 200000),
         "<plist>" + repeat("<array><!-- </array> -->", 200000), "<plist>" + repeat("<array a=\"x></array>\">", 200000),
-        "<plist>" + repeat("<array><?x </array> ?>", 200000), "<plist>" + repeat("<array><!DOCTYPE x [ a> </array> ]>", 200000),
-        chain(200000),
-    };
+        "<plist>" + repeat("<array><?x </array> ?>", 200000), "<plist>" + repeat("<array><!DOCTYPE x [ a> </array> ]>", 200000)};
     for (const std::string& text : deep) EXPECT_FALSE(parses(text)) << text.substr(0, 40);
     // Empty elements and closed ones do not add up.
     EXPECT_TRUE(parses("<plist><array>" + repeat("<array/><true /><array></array >", 2000) + "</array></plist>"));
