@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "common/MacFixtures.h"
 #include "common/TempFolder.h"
 #include "support/LXFileSystemException.h"
 #include "support/LxFileFind.h"
@@ -94,6 +95,10 @@ TEST(LxFileSystem, FailuresCarryTheirMessages)
     LxFileSpecification file(LxString(temp.file("f.ttf", "12345")));
     EXPECT_TRUE(LxFileSystem::IsValidFile(file));
     EXPECT_FALSE(LxFileSystem::IsValidFile(LxFileSpecification(LxString(temp.path()))));
+    // A file's size is both forks together (kept).
+    const macfixtures::MacParts parts{"Font", fourCC("FFIL"), fourCC("DMOV"), macfixtures::Text("data"), macfixtures::Text("fork")};
+    macfixtures::WriteFile(temp / "Font.bin", macfixtures::MacBinaryFile(parts, 3));
+    EXPECT_EQ(LxFileSystem::GetFileSize(LxFileSpecification(LxString(temp / "Font.bin"))), 8u);
     EXPECT_TRUE(LxFileSpecification("/Fonts/A.ttf") == LxFileSpecification("/fonts/a.TTF"));
     file = LxString("b.ttf");  // a relative name replaces the last component
     EXPECT_EQ(LxString(file).str(), temp / "b.ttf");

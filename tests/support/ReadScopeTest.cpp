@@ -10,11 +10,6 @@ namespace {
 
 using namespace macfixtures;
 
-std::string text(const SharedBytes& bytes)
-{
-    return std::string(bytes.view().chars());
-}
-
 TEST(SharedBytes, MappedFilesOutliveTheirFirstHolderAndSliceWithinBounds)
 {
     TempDir dir;
@@ -28,7 +23,7 @@ TEST(SharedBytes, MappedFilesOutliveTheirFirstHolderAndSliceWithinBounds)
         EXPECT_TRUE(whole->slice(10, 0));
     }
     ASSERT_TRUE(part);
-    EXPECT_EQ(text(*part), "234");  // the mapping lives on in the slice
+    EXPECT_EQ(part->view().chars(), "234");  // the mapping lives on in the slice
 
     EXPECT_FALSE(FileBytes::Map(dir / "missing") || FileBytes::Map(dir.path()));
 }
@@ -56,7 +51,7 @@ TEST(ReadScope, AFileIsLookedUpOnceAndForgottenWhenTheLibraryWritesIt)
     EXPECT_TRUE(ReadScope::Active()->files.empty());
     auto bytes = MacForks::ForkBytes(MacForks::Resolve(font).dataFork);
     ASSERT_TRUE(bytes);
-    EXPECT_EQ(text(*bytes), "second one");
+    EXPECT_EQ(bytes->view().chars(), "second one");
 }
 
 }  // namespace
