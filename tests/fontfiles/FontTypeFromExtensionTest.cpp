@@ -1,6 +1,9 @@
 #include <gtest/gtest.h>
 
+#include "common/FileIO.h"
+#include "common/TempFolder.h"
 #include "fontfiles/FontKind.h"
+#include "fontfiles/TFontData.h"
 
 namespace {
 
@@ -15,6 +18,21 @@ TEST(FontTypeFromExtension, TableOfPaths)
     };
     for (auto [path, kind] : cases) EXPECT_EQ(fontTypeFromExtension(path), kind) << path;
     EXPECT_EQ(fontTypeFromExtension(nullptr), kExtensionUnknown);
+}
+
+// Without a known extension the magic decides: a collection known only by
+// its magic is plain TrueType (intended).
+TEST(FontType, MagicDecidesWithoutAKnownExtension)
+{
+    TempFolder dir;
+    for (auto [magic, expected] : {std::pair{"ttcf", "TrueType"}, {"OTTO", "OpenType - PS"}, {"true", ""}}) {
+        testfiles::writeFile(dir / "font", std::string(magic) + std::string(60, '\0'));
+        TFontData font;
+        initializeAndConstructFontInfo(font, nullptr, dir / "font");
+        LxString kind;
+        getMetaData_FontType(font, nullptr, 0, &kind);
+        EXPECT_EQ(kind.str(), expected) << magic;
+    }
 }
 
 }  // namespace

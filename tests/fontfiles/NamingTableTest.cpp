@@ -10,10 +10,7 @@ namespace {
 
 using testfonts::NameRecord;
 
-NameRecord win(uint16_t id, const std::u16string& text, uint16_t language = 0x409)
-{
-    return {3, 1, language, id, testfonts::utf16be(text)};
-}
+NameRecord win(uint16_t id, const std::u16string& text, uint16_t language = 0x409) { return {3, 1, language, id, testfonts::utf16be(text)}; }
 
 NameRecord mac(uint16_t id, const std::string& text) { return {1, 0, 0, id, text}; }
 

@@ -31,9 +31,6 @@ TEST(FindBlobForToken, ValueForms)
 TEST(GatherPostScriptMetaData, ReadsTheFontDictionaryAndTheHeader)
 {
     const struct { std::string text; const char* expected; } cases[] = {  // kind|family|version|postScript
-        {"%!PS-AdobeFont-1.0: Nimbus-Regular 1.00\n/FontInfo 10 dict dup begin\n/version (1.05) readonly def\n"
-         "/FullName (Nimbus Sans Regular) readonly def\n/FamilyName (Nimbus Sans) readonly def\nend readonly def\n"
-         "/FontName /NimbusSans-Regular def\n", "PostScript|Nimbus Sans|1.05|NimbusSans-Regular"},
         // The header is read from byte 2 on, as in a POST chunk (intended).
         {"\x80\x01%!PS-AdobeFont-1.0: Minion-Regular 001.000\n", "PostScript|Minion||Minion-Regular"},
         {"%!PS-AdobeFont-1.0: Minion-Regular 001.000\n", "PostScript|||"},
