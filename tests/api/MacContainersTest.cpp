@@ -159,16 +159,6 @@ std::string describeIn(const Sample& sample, const Container& container)
     return describe(first);
 }
 
-void PrintTo(const Sample& sample, std::ostream* out)
-{
-    *out << sample.name;
-}
-
-void PrintTo(const Container& container, std::ostream* out)
-{
-    *out << containerName(container);
-}
-
 class EveryContainer : public testing::TestWithParam<Case> {};
 
 TEST_P(EveryContainer, IdentifiesEveryFieldAlike)
