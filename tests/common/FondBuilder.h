@@ -11,11 +11,7 @@
 
 namespace fondbuilder {
 
-struct Assoc {
-    uint16_t size;  // 0 for an outline
-    int16_t style;
-    int16_t id;
-};
+struct Assoc { uint16_t size; int16_t style; int16_t id; };  // size 0: an outline
 
 struct FondRecipe {
     int16_t familyID = 128;
