@@ -169,12 +169,9 @@ inline Bytes ResourceFile(const std::vector<TestResource>& resources)
         }
     }
     const uint32_t mapLength = uint32_t(28 + typeList.size() + refs.size() + names.size());
-    ByteWriter w;
-    w.u32(256).u32(uint32_t(256 + data.size())).u32(uint32_t(data.size())).u32(mapLength).zeros(240);
-    w.bytes(data.view()).zeros(16).u32(0).u16(0).u16(0).u16(28);
-    w.u16(uint16_t(28 + typeList.size() + refs.size()));
-    w.bytes(typeList.view()).bytes(refs.view()).bytes(names.view());
-    return w.take();
+    return ByteWriter().u32(256).u32(uint32_t(256 + data.size())).u32(uint32_t(data.size())).u32(mapLength).zeros(240)
+        .bytes(data.view()).zeros(16).u32(0).u16(0).u16(0).u16(28).u16(uint16_t(28 + typeList.size() + refs.size()))
+        .bytes(typeList.view()).bytes(refs.view()).bytes(names.view()).take();
 }
 
 // ----------------------------------------------------- extended attributes ---
@@ -219,17 +216,13 @@ inline const char* LayoutName(Layout layout)
     return names[int(layout)];
 }
 
-inline bool UsesAttributes(Layout layout)
-{
-    return layout == Layout::AppleAttributes || layout == Layout::NetatalkAttributes;
-}
+inline bool UsesAttributes(Layout layout) { return layout == Layout::AppleAttributes || layout == Layout::NetatalkAttributes; }
 
 // Writes the Mac file into `dir` in the given layout; returns the logical
 // path to open.
 inline std::string Place(Layout layout, const MacParts& parts, const Bytes& original, const TempDir& dir)
 {
-    const std::string path = dir / ("fonts/" + parts.name);
-    const std::string sidecar = dir / ("fonts/._" + parts.name);
+    const std::string path = dir / ("fonts/" + parts.name), sidecar = dir / ("fonts/._" + parts.name);
     switch (layout) {
     case Layout::MacBinaryIII: WriteFile(path, original); return path;
     case Layout::MacBinaryII: WriteFile(path, MacBinaryFile(parts, 2)); return path;

@@ -194,9 +194,6 @@ TEST(FOND, PrinterFilesAndPaths)
 
 TEST(FOND, DoubleByteFamilyIDsAndNameEncodings)
 {
-    auto file = AnyFile();
-    for (auto [id, doubleByte] : {std::pair<int16_t, bool>{0x3FFF, false}, {0x4000, true}, {0x41FF, true}, {0x4200, false}})
-        EXPECT_EQ(file->isDoubleByteFOND(Handle(BuildFond({.familyID = id, .entries = {{0, 0, 1}}})).get()), doubleByte) << id;
     // The first entry's size decides how every entry is probed (intended).
     const std::string mincho = "\x96\xBE\x92\xA9", japanese = "\xE6\x98\x8E\xE6\x9C\x9D",
                       roman = "\xC3\xB1\xC3\xA6\xC3\xAD\xC2\xA9";  // Shift-JIS, and as each reads it

@@ -22,10 +22,7 @@ Bytes UnorderedMap()
                          {"NFNT", 300, std::nullopt, Text("d")}});
 }
 
-std::string Data(const ResourceHandlePtr& handle)
-{
-    return handle ? std::string(handle->data.begin(), handle->data.end()) : "(null)";
-}
+std::string Data(const ResourceHandlePtr& handle) { return handle ? std::string(handle->data.begin(), handle->data.end()) : "(null)"; }
 
 std::unique_ptr<TypeprobeResourceFile> Open(const TempDir& dir, const Bytes& bytes)
 {
@@ -96,10 +93,8 @@ TEST(ResourceFileAccess, StylesAndIDsOfAFamily)
     EXPECT_EQ(countResType(nullptr, kTypeFOND), 0);
     EXPECT_EQ(getStyleFromStyleIndex(nullptr, &none, 0), -1);
     EXPECT_FALSE(is_psfont(nullptr));
-    fondbuilder::FondRecipe recipe;
-    recipe.entries = {{12, 1, 5}, {0, 0, 4}, {10, 1, 3}, {12, 2, 3}, {12, -1, 9}};
     TempDir dir;
-    auto file = Open(dir, ResourceFile({{"FOND", 1, "F", fondbuilder::BuildFond(recipe)}}));
+    auto file = Open(dir, ResourceFile({{"FOND", 1, "F", fondbuilder::BuildFond({.entries = {{12, 1, 5}, {0, 0, 4}, {10, 1, 3}, {12, 2, 3}, {12, -1, 9}}})}}));
     ASSERT_TRUE(file);
     auto fond = getHandleOfTypeAndIndex(file.get(), kTypeFOND, 1);
     EXPECT_EQ(getCountOfUniqueStyles(file.get(), fond.get()), 4);
@@ -125,12 +120,10 @@ TEST(ResourceFileAccess, KindTestsReadTheFacesOutlineAndTheFilesTypes)
         {"typ1", "Family", {{"POST", 502, std::nullopt, Text("chunk")}}, "0000111"},
         {"tru", "Family", {{"POST", 501, std::nullopt, Text("chunk")}}, "0001110"},
     };
-    fondbuilder::FondRecipe recipe;
-    recipe.entries = {{0, 0, 20}};
     for (const Case& c : cases) {
         std::vector<TestResource> resources = c.more;
         resources.push_back({"sfnt", 20, std::nullopt, Text(c.sfnt)});
-        resources.push_back({"FOND", 1, c.fondName, fondbuilder::BuildFond(recipe)});
+        resources.push_back({"FOND", 1, c.fondName, fondbuilder::BuildFond({.entries = {{0, 0, 20}}})});
         TempDir dir;
         auto file = Open(dir, ResourceFile(resources));
         ASSERT_TRUE(file);
