@@ -162,11 +162,10 @@ TEST(FOND, PrinterFilesAndPaths)
     // outline for "Times" takes "Times" off the list again.
     // The double-byte family's name runs up to its second "-", "/" kept as ":".
     const Bytes bold = BuildFond({.entries = {{12, 2, 1}}, .strings = {"Serif-Bold"}});
-    FondRecipe doubleByte{.international = 1, .entries = {{12, 4, 5}}, .strings = {"../outside-x-y"}};
     TempDir dir;
     WriteFile(dir / "fonts/suitcase", ResourceFile({{"FOND", 1, "Times", BuildFond({.entries = {{12, 0, 3}, {0, 1, 4}}, .strings = {"Times"}})},
                                                    {"FOND", 2, "Serif", bold}, {"FOND", 3, "Serif", bold},
-                                                   {"FOND", 4, "Ryumin", BuildFond(doubleByte)}}));
+                                                   {"FOND", 4, "Ryumin", BuildFond({.international = 1, .entries = {{12, 4, 5}}, .strings = {"../outside-x-y"}})}}));
     WriteFile(dir / "fonts/SerifBol", Text("printer font"));
     WriteFile(dir / "fonts/..:outside-x", Text("printer font"));
     WriteFile(dir / "outside-x", Text("beside the fonts folder"));
@@ -183,13 +182,12 @@ TEST(FOND, PrinterFilesAndPaths)
     EXPECT_FALSE(CreatePrinterPath(file.get(), fond(1).get(), 0));  // a folder
     EXPECT_FALSE(CreatePrinterPath(file.get(), fond(1).get(), 1));  // an outline
     EXPECT_FALSE(CreatePrinterPath(nullptr, fond(2).get(), 2));
-    FondRecipe single = doubleByte;
-    single.strings = {"Osaka-Mono"};  // one hyphen: no name, no path
-    EXPECT_EQ(file->getPSPrinterNameForFOND(Handle(BuildFond(single)).get(), 4).str(), "");
-    EXPECT_FALSE(CreatePrinterPath(file.get(), Handle(BuildFond(single)).get(), 4));
-    single.international = 0;  // the 5+3+3 name keeps a "/" after the first letter
-    single.strings = {"A/../x"};
-    EXPECT_EQ(file->getPSPrinterNameForFOND(Handle(BuildFond(single)).get(), 4).str(), "A:..:");
+    // A double-byte name with one hyphen gives no name and no path; the
+    // 5+3+3 name keeps a "/" after the first letter.
+    const auto osaka = Handle(BuildFond({.international = 1, .entries = {{12, 4, 5}}, .strings = {"Osaka-Mono"}}));
+    EXPECT_EQ(file->getPSPrinterNameForFOND(osaka.get(), 4).str(), "");
+    EXPECT_FALSE(CreatePrinterPath(file.get(), osaka.get(), 4));
+    EXPECT_EQ(file->getPSPrinterNameForFOND(Handle(BuildFond({.entries = {{12, 4, 5}}, .strings = {"A/../x"}})).get(), 4).str(), "A:..:");
 }
 
 TEST(FOND, DoubleByteFamilyIDsAndNameEncodings)

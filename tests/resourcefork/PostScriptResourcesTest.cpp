@@ -122,9 +122,7 @@ TEST(CollectPSMetaDataMac, PrinterFontChunksAreReadUpToTheRules)
 
 TEST(CollectPSMetaDataMac, NoPrinterFontNeededOrNoFamily)
 {
-    FondRecipe outline = OneStyle({"Serif-Bold"});
-    outline.entries = {{0, 0, 128}};
-    Family family("Serif", outline, {{"sfnt", 128, std::nullopt, Text("true\0\0\0\0"s)}});
+    Family family("Serif", {.entries = {{0, 0, 128}}, .strings = {"Serif-Bold"}}, {{"sfnt", 128, std::nullopt, Text("true\0\0\0\0"s)}});
     Names n;
     n.kind = "TrueType";
     EXPECT_EQ(family.Collect(n), -1);

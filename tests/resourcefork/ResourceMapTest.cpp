@@ -113,10 +113,7 @@ TEST(ResourceMapWriter, WritesBackEditsWithinTheFormatsLimits)
     EXPECT_EQ(Listing(*again), Listing(*map));
     TempDir dir;
     WriteFile(dir / "map", *written);
-    EXPECT_EQ(oracle::python(kFontToolsListing, dir / "map"), Listing(*map));  // an outside reader agrees
-    EXPECT_EQ(again->types(), (std::vector<uint32_t>{fourCC("FOND"), fourCC("NFNT"), fourCC("sfnt"), fourCC("POST")}));
-    EXPECT_EQ(again->indexed(fourCC("NFNT"), 0)->id, 129);
-    EXPECT_EQ(again->indexed(fourCC("NFNT"), 1)->id, 400);
+    EXPECT_EQ(oracle::python(kFontToolsListing, dir / "map"), Listing(*map));  // an outside reader agrees, in map order
     EXPECT_EQ(again->find(fourCC("FOND"), 256)->attributes, 0x20);
 
     auto empty = ResourceMapWriter::Write(std::vector<ResourceRecord>{});
@@ -124,10 +121,7 @@ TEST(ResourceMapWriter, WritesBackEditsWithinTheFormatsLimits)
     EXPECT_TRUE(ResourceMap::Parse(*empty)->records().empty());
     // More references than 16-bit map offsets can reach are refused.
     std::vector<ResourceRecord> many(6000);
-    for (size_t i = 0; i < many.size(); ++i) {
-        many[i].type = fourCC("NFNT");
-        many[i].id = int16_t(i);
-    }
+    for (size_t i = 0; i < many.size(); ++i) many[i].type = fourCC("NFNT"), many[i].id = int16_t(i);
     EXPECT_FALSE(ResourceMapWriter::Write(many));
     many.resize(5000);
     EXPECT_TRUE(ResourceMapWriter::Write(many));
