@@ -11,18 +11,14 @@
 
 namespace fondbuilder {
 
-struct Assoc {
-    uint16_t size;  // 0 for an outline
-    int16_t style;
-    int16_t id;
-};
+struct Assoc { uint16_t size; int16_t style; int16_t id; };  // size 0: an outline
 
 struct FondRecipe {
     int16_t familyID = 128;
     uint16_t international = 0;
-    std::vector<Assoc> entries;
+    std::vector<Assoc> entries = {};
     std::vector<int8_t> nameCodes = std::vector<int8_t>(48, 0);
-    std::vector<std::string> strings;
+    std::vector<std::string> strings = {};
 };
 
 inline std::vector<uint8_t> BuildFond(const FondRecipe& recipe)

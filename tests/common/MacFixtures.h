@@ -1,7 +1,7 @@
 // Test helpers for Mac files on Linux: the corpus, byte builders for
 // resource files and fork containers, every layout a Mac file reaches a
-// Linux disk in, extended attributes, and fontTools as an outside reader of
-// resource maps. Header-only, so that every test folder can use it.
+// Linux disk in, and extended attributes. Header-only, so that every test
+// folder can use it.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -10,7 +10,6 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <cstdio>
 #include <cstdlib>
 #include <optional>
 #include <sstream>
@@ -18,7 +17,6 @@
 #include <vector>
 
 #include "common/FileIO.h"
-#include "common/Oracle.h"
 #include "common/TempFolder.h"
 #include "resourcefork/ResourceMap.h"
 #include "support/ByteView.h"
@@ -29,10 +27,7 @@ namespace macfixtures {
 using Bytes = std::vector<uint8_t>;
 using TempDir = TempFolder;
 
-inline std::string CorpusPath(const std::string& relative)
-{
-    return std::string(TYPEPROBE_TEST_DATA_DIR) + "/mac/" + relative;
-}
+inline std::string CorpusPath(const std::string& relative) { return std::string(TYPEPROBE_TEST_DATA_DIR) + "/mac/" + relative; }
 
 inline Bytes ReadFile(const std::string& path) { return testfiles::readFile(path); }
 inline void WriteFile(const std::string& path, const Bytes& bytes) { testfiles::writeFile(path, bytes); }
@@ -50,36 +45,20 @@ inline uint32_t Crc32(const Bytes& bytes) { return uint32_t(crc32(0, bytes.data(
 
 struct MacParts {
     std::string name;
-    uint32_t type = 0;
-    uint32_t creator = 0;
-    Bytes data;
-    Bytes resource;
+    uint32_t type = 0, creator = 0;
+    Bytes data, resource;
 
-    Bytes finderInfo() const  // the 32-byte FInfo + FXInfo
-    {
-        return ByteWriter().u32(type).u32(creator).zeros(24).take();
-    }
+    Bytes finderInfo() const { return ByteWriter().u32(type).u32(creator).zeros(24).take(); }  // FInfo + FXInfo
 };
 
 // The forks of a MacBinary file, found by the format's arithmetic alone.
 inline MacParts PartsOfMacBinary(const Bytes& file)
 {
-    ByteView v(file);
-    MacParts parts;
-    uint8_t nameLength = 0;
-    uint32_t dataLength = 0, resourceLength = 0;
-    uint16_t secondary = 0;
-    v.u8(1, nameLength);
-    v.tag(65, parts.type);
-    v.tag(69, parts.creator);
-    v.u32(83, dataLength);
-    v.u32(87, resourceLength);
-    v.u16(120, secondary);
+    auto u32 = [&](size_t at) { uint32_t value = 0; ByteView(file).u32(at, value); return value; };
     auto padded = [](uint64_t length) { return size_t((length + 127) / 128 * 128); };
-    parts.name = std::string(v.chars(2, nameLength));
-    parts.data = Slice(file, 128 + padded(secondary), dataLength);
-    parts.resource = Slice(file, 128 + padded(secondary) + padded(dataLength), resourceLength);
-    return parts;
+    const size_t data = 128 + padded(u32(118) & 0xFFFF), dataLength = u32(83);  // after the secondary header
+    return {std::string(file.begin() + 2, file.begin() + 2 + file[1]), u32(65), u32(69), Slice(file, data, dataLength),
+            Slice(file, data + padded(dataLength), u32(87))};
 }
 
 // CRC-16/XMODEM, written independently of the library's.
@@ -106,17 +85,13 @@ inline Bytes MacBinaryFile(const MacParts& parts, int version)
         head[122] = version == 3 ? 130 : 129;
         head[123] = 129;
         const uint16_t crc = XmodemCrc(head.data(), 124);
-        head[124] = uint8_t(crc >> 8);
-        head[125] = uint8_t(crc);
+        std::tie(head[124], head[125]) = std::pair(uint8_t(crc >> 8), uint8_t(crc));
     }
     return ByteWriter().bytes(ByteView(head)).bytes(ByteView(parts.data)).pad(128)
         .bytes(ByteView(parts.resource)).pad(128).take();
 }
 
-struct Entry {
-    uint32_t id;
-    Bytes bytes;
-};
+struct Entry { uint32_t id; Bytes bytes; };
 
 // An AppleSingle or AppleDouble file with the entries laid out in order.
 inline Bytes AppleContainer(uint32_t magic, const std::string& filler, const std::vector<Entry>& entries)
@@ -133,17 +108,13 @@ inline Bytes AppleContainer(uint32_t magic, const std::string& filler, const std
     return w.take();
 }
 
-inline Bytes AppleSingleFile(const MacParts& parts)
+inline Bytes AppleSingleFile(const MacParts& p)
 {
-    return AppleContainer(0x00051600, "", {{3, Text(parts.name)}, {9, parts.finderInfo()},
-                                           {1, parts.data}, {2, parts.resource}});
+    return AppleContainer(0x00051600, "", {{3, Text(p.name)}, {9, p.finderInfo()}, {1, p.data}, {2, p.resource}});
 }
 
 // A sidecar as netatalk and older tools write it.
-inline Bytes PlainAppleDouble(const MacParts& parts)
-{
-    return AppleContainer(0x00051607, "", {{9, parts.finderInfo()}, {2, parts.resource}});
-}
+inline Bytes PlainAppleDouble(const MacParts& p) { return AppleContainer(0x00051607, "", {{9, p.finderInfo()}, {2, p.resource}}); }
 
 // A `._` file as macOS writes it: "Mac OS X" filler, and a 3760-byte Finder
 // info entry whose first 32 bytes are the Finder info and whose rest holds
@@ -173,12 +144,8 @@ inline Bytes NetatalkMetadata(const MacParts& parts)
 
 // ------------------------------------------------------ resource files ---
 
-struct TestResource {
-    std::string type;  // four characters
-    int16_t id = 0;
-    std::optional<std::string> name;
-    Bytes data;
-    uint8_t attributes = 0;
+struct TestResource {  // type: four characters
+    std::string type; int16_t id = 0; std::optional<std::string> name; Bytes data; uint8_t attributes = 0;
 };
 
 // A resource file written by the test itself, references in the order given
@@ -202,25 +169,9 @@ inline Bytes ResourceFile(const std::vector<TestResource>& resources)
         }
     }
     const uint32_t mapLength = uint32_t(28 + typeList.size() + refs.size() + names.size());
-    ByteWriter w;
-    w.u32(256).u32(uint32_t(256 + data.size())).u32(uint32_t(data.size())).u32(mapLength).zeros(240);
-    w.bytes(data.view()).zeros(16).u32(0).u16(0).u16(0).u16(28);
-    w.u16(uint16_t(28 + typeList.size() + refs.size()));
-    w.bytes(typeList.view()).bytes(refs.view()).bytes(names.view());
-    return w.take();
-}
-
-// One line per resource, in map order: type, ID, name, length, CRC-32.
-inline std::string Listing(const ResourceMap& map)
-{
-    std::ostringstream out;
-    for (const ResourceRecord& r : map.records()) {
-        char line[32];
-        std::snprintf(line, sizeof line, " %u %08x\n", unsigned(r.data.size()),
-                      unsigned(crc32(0, r.data.data(), uInt(r.data.size()))));
-        out << fourCCString(r.type) << ' ' << r.id << ' ' << (r.hasName ? "\"" + r.name + "\"" : "-") << line;
-    }
-    return out.str();
+    return ByteWriter().u32(256).u32(uint32_t(256 + data.size())).u32(uint32_t(data.size())).u32(mapLength).zeros(240)
+        .bytes(data.view()).zeros(16).u32(0).u16(0).u16(0).u16(28).u16(uint16_t(28 + typeList.size() + refs.size()))
+        .bytes(typeList.view()).bytes(refs.view()).bytes(names.view()).take();
 }
 
 // ----------------------------------------------------- extended attributes ---
@@ -247,20 +198,12 @@ inline std::string AttributeFolder(size_t size)
 
 // ----------------------------------------------- every container layout ---
 
-enum class Layout {
-    MacBinaryIII,        // the corpus file as FontForge wrote it
-    MacBinaryII,
-    MacBinaryI,
-    BinSibling,          // "Name" asked for, "Name.bin" on disk
-    AppleSingle,
-    DotUnderscore,       // plain AppleDouble sidecar
-    MacOSXDotUnderscore, // as macOS writes it
-    NetatalkFolder,      // .AppleDouble/Name
-    MacOSXZipFolder,     // __MACOSX/fonts/._Name
-    AppleAttributes,
-    NetatalkAttributes,
-};
-
+// MacBinaryIII is the corpus file as FontForge wrote it; BinSibling has
+// "Name" asked for and "Name.bin" on disk; DotUnderscore is a plain
+// AppleDouble sidecar, MacOSXDotUnderscore one as macOS writes it;
+// NetatalkFolder is .AppleDouble/Name, MacOSXZipFolder __MACOSX/fonts/._Name.
+enum class Layout { MacBinaryIII, MacBinaryII, MacBinaryI, BinSibling, AppleSingle, DotUnderscore, MacOSXDotUnderscore,
+                    NetatalkFolder, MacOSXZipFolder, AppleAttributes, NetatalkAttributes };
 inline const Layout kLayouts[] = {Layout::MacBinaryIII, Layout::MacBinaryII, Layout::MacBinaryI, Layout::BinSibling,
                                   Layout::AppleSingle, Layout::DotUnderscore, Layout::MacOSXDotUnderscore,
                                   Layout::NetatalkFolder, Layout::MacOSXZipFolder, Layout::AppleAttributes,
@@ -273,17 +216,13 @@ inline const char* LayoutName(Layout layout)
     return names[int(layout)];
 }
 
-inline bool UsesAttributes(Layout layout)
-{
-    return layout == Layout::AppleAttributes || layout == Layout::NetatalkAttributes;
-}
+inline bool UsesAttributes(Layout layout) { return layout == Layout::AppleAttributes || layout == Layout::NetatalkAttributes; }
 
 // Writes the Mac file into `dir` in the given layout; returns the logical
 // path to open.
 inline std::string Place(Layout layout, const MacParts& parts, const Bytes& original, const TempDir& dir)
 {
-    const std::string path = dir / ("fonts/" + parts.name);
-    const std::string sidecar = dir / ("fonts/._" + parts.name);
+    const std::string path = dir / ("fonts/" + parts.name), sidecar = dir / ("fonts/._" + parts.name);
     switch (layout) {
     case Layout::MacBinaryIII: WriteFile(path, original); return path;
     case Layout::MacBinaryII: WriteFile(path, MacBinaryFile(parts, 2)); return path;
@@ -308,55 +247,6 @@ inline std::string Place(Layout layout, const MacParts& parts, const Bytes& orig
         break;
     }
     return path;
-}
-
-// ------------------------------------------------------------- fontTools ---
-
-// Lists a resource file the way Listing() does, read by fontTools. Modes:
-// "raw" (the whole file), "range" (bytes offset..offset+length), "xattr"
-// (the value of an extended attribute), and "macbinary" (checks the header
-// reads the resource fork where the format puts it).
-inline const char* kFontToolsScript = R"PY(
-import io, os, struct, sys, zlib
-from fontTools.misc.macRes import ResourceReader
-mode, path = sys.argv[1], sys.argv[2]
-data = open(path, 'rb').read()
-if mode == 'xattr':
-    data = os.getxattr(path, sys.argv[3])
-elif mode == 'range':
-    offset, length = int(sys.argv[3]), int(sys.argv[4])
-    data = data[offset:offset + length]
-elif mode == 'macbinary':
-    dl, rl = struct.unpack('>II', data[83:91])
-    sec, = struct.unpack('>H', data[120:122])
-    start = 128 + (sec + 127) // 128 * 128 + (dl + 127) // 128 * 128
-    data = data[start:start + rl]
-reader = ResourceReader(io.BytesIO(data))
-for t in reader.keys():
-    for r in reader[t]:
-        name = '-' if r.name is None else '"' + r.name + '"'
-        print('%s %d %s %d %08x' % (t, r.id, name, len(r.data), zlib.crc32(r.data)))
-)PY";
-
-inline bool FontToolsAvailable()
-{
-    return std::system("/usr/bin/python3 -c 'import fontTools.misc.macRes' 2>/dev/null") == 0;
-}
-
-inline std::string ShellQuote(const std::string& text)
-{
-    std::string out = "'";
-    for (char c : text) out += c == '\'' ? std::string("'\\''") : std::string(1, c);
-    return out + "'";
-}
-
-inline std::string FontToolsListing(const std::vector<std::string>& arguments)
-{
-    std::string command = "/usr/bin/python3 -c " + ShellQuote(kFontToolsScript);
-    for (const auto& a : arguments) command += " " + ShellQuote(a);
-    std::string output;
-    for (const std::string& line : oracle::lines(command + " 2>&1")) output += line + "\n";
-    return output;
 }
 
 }  // namespace macfixtures

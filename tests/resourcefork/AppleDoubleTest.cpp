@@ -37,6 +37,9 @@ TEST(AppleDouble, WrongMagicOrVersionHostileOrCutTablesAreRefused)
     }
     for (size_t length = 0; length < single.size(); ++length)
         EXPECT_FALSE(Parse(Slice(single, 0, length), AppleDouble::kAppleSingleMagic)) << "length " << length;
+    const Bytes empty = AppleContainer(AppleDouble::kAppleDoubleMagic, "", {});  // a table the container cannot hold
+    EXPECT_EQ(bool(AppleDouble::Parse(ByteView(empty), 25, AppleDouble::kAppleDoubleMagic)), false);
+    EXPECT_EQ(bool(AppleDouble::Parse(ByteView(empty), 26, AppleDouble::kAppleDoubleMagic)), true);
     const struct { const char* what; size_t at; uint32_t value; } cases[] = {
         {"entry count past the file", 24, 0xFFFF0000},
         {"offset past the file", 26 + 4, 0xFFFFFF00},

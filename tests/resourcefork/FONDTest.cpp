@@ -14,18 +14,12 @@ namespace {
 using namespace fondbuilder;
 using namespace macfixtures;
 
-ResourceHandlePtr Handle(const Bytes& data, const std::string& name = "Family")
-{
-    return std::make_unique<ResourceHandle>(ResourceHandle{fourCC("FOND"), 128, true, name, data, 0});
-}
+ResourceHandlePtr Handle(const Bytes& data) { return std::make_unique<ResourceHandle>(ResourceHandle{fourCC("FOND"), 128, true, "Family", data, 0}); }
 
 std::string Pascal(const unsigned char* p) { return std::string(PascalText(p)); }
 
 // Any open file: the FOND questions read only the handle they are given.
-std::unique_ptr<TypeprobeResourceFile> AnyFile()
-{
-    return TypeprobeResourceFile::initWithFile(CorpusPath("ps-family/DejaVuSerif.bin"), true);
-}
+std::unique_ptr<TypeprobeResourceFile> AnyFile() { return TypeprobeResourceFile::initWithFile(CorpusPath("ps-family/DejaVuSerif.bin"), true); }
 
 TEST(PascalStrings, StayInsideTheirLimits)
 {
@@ -41,10 +35,8 @@ TEST(PascalStrings, StayInsideTheirLimits)
         EXPECT_EQ(Pascal(dst), c.expected) << c.dst << " + " << c.src;
     }
     SetPascalText("hello", src, sizeof src);
-    for (auto [limit, expected] : {std::pair<size_t, const char*>{6, "hello"}, {5, "hell"}, {1, ""}}) {
-        CopyPascalString(src, dst, limit);
-        EXPECT_EQ(Pascal(dst), expected) << limit;
-    }
+    for (auto [limit, expected] : {std::pair<size_t, const char*>{6, "hello"}, {5, "hell"}, {1, ""}})
+        EXPECT_EQ((CopyPascalString(src, dst, limit), Pascal(dst)), expected) << limit;
     CopyPascalString(nullptr, dst, sizeof dst);
     EXPECT_EQ(dst[0], 0);
     SetPascalText(" ~\x1F\x7F\x80Z", dst, sizeof dst);
@@ -54,10 +46,7 @@ TEST(PascalStrings, StayInsideTheirLimits)
     const Bytes list = {3, 'o', 'n', 'e', 3, 't', 'w', 'o', 5, 't', 'h'};
     const struct { int n; size_t limit; const char* expected; } names[] = {
         {2, sizeof dst, "two"}, {1, 3, "on"}, {3, sizeof dst, ""}, {4, sizeof dst, ""}, {0, sizeof dst, ""}, {-1, sizeof dst, ""}};
-    for (const auto& c : names) {
-        GetIndStyleName(ByteView(list), c.n, dst, c.limit);
-        EXPECT_EQ(Pascal(dst), c.expected) << c.n;
-    }
+    for (const auto& c : names) EXPECT_EQ((GetIndStyleName(ByteView(list), c.n, dst, c.limit), Pascal(dst)), c.expected) << c.n;
 }
 
 TEST(FOND, StyleIndexFollowsTheStyleBits)
@@ -84,15 +73,13 @@ TEST(FOND, PrinterFileNamesFollowTheFiveThreeThreeRule)
 
 TEST(FOND, PostScriptNamesFromTheStyleMappingTable)
 {
-    // "Times" with a bold-italic descriptor naming a hyphen and "BoldItalic".
-    FondRecipe recipe;
-    recipe.entries = {{12, 0, 200}, {12, 3, 201}};
-    recipe.strings = {"Times", std::string("\x03\x04", 2), "-", "BoldItalic", "Bold", "\x01\x01"};
-    recipe.nameCodes[1] = 9;   // past the string count: base name
-    recipe.nameCodes[2] = -3;  // negative: base name
-    recipe.nameCodes[3] = 2;
-    recipe.nameCodes[4] = 6;   // the last string: string 1 twice
-    const Bytes good = BuildFond(recipe);
+    // "Times" with a bold-italic descriptor naming a hyphen and "BoldItalic";
+    // name codes past the string count (9) or negative (-3) give the base
+    // name, the last string (6) string 1 twice.
+    std::vector<int8_t> codes = {0, 9, -3, 2, 6};
+    codes.resize(48);
+    const Bytes good = BuildFond({.entries = {{12, 0, 200}, {12, 3, 201}}, .nameCodes = codes,
+                                  .strings = {"Times", std::string("\x03\x04", 2), "-", "BoldItalic", "Bold", "\x01\x01"}});
     const size_t table = 54 + 12, strings = table + 60;
     const struct { const char* what; size_t at; Bytes bytes; int style; const char* name; } cases[] = {
         {"plain", 0, {}, 0, "Times"},
@@ -128,10 +115,7 @@ TEST(FOND, EveryReaderStaysInsideTheRecord)
 {
     // A double-byte family (ID 0x4000), a bitmap of style 1, an outline of
     // style 2, then its style-mapping table at 66.
-    FondRecipe recipe;
-    recipe.familyID = 0x4000;
-    recipe.entries = {{12, 1, 5}, {0, 2, 6}};
-    recipe.strings = {"A-B-C"};
+    FondRecipe recipe{.familyID = 0x4000, .entries = {{12, 1, 5}, {0, 2, 6}}, .strings = {"A-B-C"}};
     const Bytes full = BuildFond(recipe);
     auto file = AnyFile();
     const struct { size_t length; uint32_t styleOffset; bool doubleByte; std::vector<int16_t> styles; int16_t secondID; } cases[] = {
@@ -163,14 +147,10 @@ TEST(FOND, SortedStylesTieTheBoundsTestToTheFONDsPosition)
 {
     // The k-th FOND's entries count only when it holds 54 + 6 x (k + 1)
     // bytes (intended): the second, one entry in 60 bytes, gives nothing.
-    FondRecipe first, second, third;
-    first.entries = {{12, 0, 1}};
-    second.entries = {{12, 1, 2}};
-    third.entries = {{12, 2, 3}, {12, 4, 4}, {12, 8, 5}};
     TempDir dir;
-    WriteFile(dir / "f.dfont", ResourceFile({{"FOND", 10, "A", BuildFond(first)},
-                                             {"FOND", 20, "B", BuildFond(second)},
-                                             {"FOND", 30, "C", BuildFond(third)}}));
+    WriteFile(dir / "f.dfont", ResourceFile({{"FOND", 10, "A", BuildFond({.entries = {{12, 0, 1}}})},
+                                             {"FOND", 20, "B", BuildFond({.entries = {{12, 1, 2}}})},
+                                             {"FOND", 30, "C", BuildFond({.entries = {{12, 2, 3}, {12, 4, 4}, {12, 8, 5}}})}}));
     auto file = TypeprobeResourceFile::initWithFile(dir / "f.dfont", true);
     ASSERT_TRUE(file);
     EXPECT_EQ(file->getSortedStyles(), (std::vector<int16_t>{0, 2, 4, 8}));
@@ -180,20 +160,12 @@ TEST(FOND, PrinterFilesAndPaths)
 {
     // Two families name "SerifBol" for a bitmap style; a third family's
     // outline for "Times" takes "Times" off the list again.
-    FondRecipe bold, boldAgain, times;
-    bold.entries = boldAgain.entries = {{12, 2, 1}};
-    bold.strings = boldAgain.strings = {"Serif-Bold"};
-    times.entries = {{12, 0, 3}, {0, 1, 4}};
-    times.strings = {"Times"};
-    FondRecipe doubleByte;  // the name up to its second "-", "/" kept as ":"
-    doubleByte.international = 1;
-    doubleByte.entries = {{12, 4, 5}};
-    doubleByte.strings = {"../outside-x-y"};
+    // The double-byte family's name runs up to its second "-", "/" kept as ":".
+    const Bytes bold = BuildFond({.entries = {{12, 2, 1}}, .strings = {"Serif-Bold"}});
     TempDir dir;
-    WriteFile(dir / "fonts/suitcase", ResourceFile({{"FOND", 1, "Times", BuildFond(times)},
-                                                   {"FOND", 2, "Serif", BuildFond(bold)},
-                                                   {"FOND", 3, "Serif", BuildFond(boldAgain)},
-                                                   {"FOND", 4, "Ryumin", BuildFond(doubleByte)}}));
+    WriteFile(dir / "fonts/suitcase", ResourceFile({{"FOND", 1, "Times", BuildFond({.entries = {{12, 0, 3}, {0, 1, 4}}, .strings = {"Times"}})},
+                                                   {"FOND", 2, "Serif", bold}, {"FOND", 3, "Serif", bold},
+                                                   {"FOND", 4, "Ryumin", BuildFond({.international = 1, .entries = {{12, 4, 5}}, .strings = {"../outside-x-y"}})}}));
     WriteFile(dir / "fonts/SerifBol", Text("printer font"));
     WriteFile(dir / "fonts/..:outside-x", Text("printer font"));
     WriteFile(dir / "outside-x", Text("beside the fonts folder"));
@@ -210,33 +182,22 @@ TEST(FOND, PrinterFilesAndPaths)
     EXPECT_FALSE(CreatePrinterPath(file.get(), fond(1).get(), 0));  // a folder
     EXPECT_FALSE(CreatePrinterPath(file.get(), fond(1).get(), 1));  // an outline
     EXPECT_FALSE(CreatePrinterPath(nullptr, fond(2).get(), 2));
-    FondRecipe single = doubleByte;
-    single.strings = {"Osaka-Mono"};  // one hyphen: no name, no path
-    EXPECT_EQ(file->getPSPrinterNameForFOND(Handle(BuildFond(single)).get(), 4).str(), "");
-    EXPECT_FALSE(CreatePrinterPath(file.get(), Handle(BuildFond(single)).get(), 4));
-    single.international = 0;  // the 5+3+3 name keeps a "/" after the first letter
-    single.strings = {"A/../x"};
-    EXPECT_EQ(file->getPSPrinterNameForFOND(Handle(BuildFond(single)).get(), 4).str(), "A:..:");
+    // A double-byte name with one hyphen gives no name and no path; the
+    // 5+3+3 name keeps a "/" after the first letter.
+    const auto osaka = Handle(BuildFond({.international = 1, .entries = {{12, 4, 5}}, .strings = {"Osaka-Mono"}}));
+    EXPECT_EQ(file->getPSPrinterNameForFOND(osaka.get(), 4).str(), "");
+    EXPECT_FALSE(CreatePrinterPath(file.get(), osaka.get(), 4));
+    EXPECT_EQ(file->getPSPrinterNameForFOND(Handle(BuildFond({.entries = {{12, 4, 5}}, .strings = {"A/../x"}})).get(), 4).str(), "A:..:");
 }
 
 TEST(FOND, DoubleByteFamilyIDsAndNameEncodings)
 {
-    auto file = AnyFile();
-    for (auto [id, doubleByte] : {std::pair<int16_t, bool>{0x3FFF, false}, {0x4000, true}, {0x41FF, true}, {0x4200, false}}) {
-        FondRecipe recipe;
-        recipe.familyID = id;
-        recipe.entries = {{0, 0, 1}};
-        EXPECT_EQ(file->isDoubleByteFOND(Handle(BuildFond(recipe)).get()), doubleByte) << id;
-    }
     // The first entry's size decides how every entry is probed (intended).
     const std::string mincho = "\x96\xBE\x92\xA9", japanese = "\xE6\x98\x8E\xE6\x9C\x9D",
                       roman = "\xC3\xB1\xC3\xA6\xC3\xAD\xC2\xA9";  // Shift-JIS, and as each reads it
-    FondRecipe outline, bitmap;
-    outline.international = bitmap.international = 1;
-    outline.entries = {{0, 0, 500}};
-    bitmap.entries = {{12, 0, 501}, {10, 0, 502}};
-    FondRecipe bitmapWithNames = bitmap;
-    bitmapWithNames.strings = {"Ryumin-Light-83pv-RKSJ-H"};
+    const FondRecipe outline{.international = 1, .entries = {{0, 0, 500}}},
+        bitmap{.international = 1, .entries = {{12, 0, 501}, {10, 0, 502}}},
+        bitmapWithNames{.international = 1, .entries = bitmap.entries, .strings = {"Ryumin-Light-83pv-RKSJ-H"}};
     const struct { const char* what; std::vector<TestResource> extra; FondRecipe recipe; std::string expected; } cases[] = {
         {"Type 1 CID outline", {{"sfnt", 500, std::nullopt, Text("typ1 data")}}, outline, japanese},
         {"TrueType outline", {{"sfnt", 500, std::nullopt, Text(std::string("\0\1\0\0 data", 9))}}, outline, roman},

@@ -21,20 +21,12 @@ struct Names {
 };
 
 // A FOND with one 10-point strike of the plain style.
-FondRecipe OneStyle(std::vector<std::string> strings = {})
-{
-    FondRecipe recipe;
-    recipe.entries = {{10, 0, 128}};
-    recipe.strings = std::move(strings);
-    return recipe;
-}
+FondRecipe OneStyle(std::vector<std::string> strings = {}) { return {.entries = {{10, 0, 128}}, .strings = std::move(strings)}; }
 
 // A POST chunk of Type 1 text (chunk header 1, 0), padded to `size`.
 Bytes Chunk(const std::string& text, size_t size = 0)
 {
-    Bytes chunk = Text("\x01\0"s + text);
-    chunk.resize(std::max(size, chunk.size()));
-    return chunk;
+    return Text(("\x01\0"s + text).append(size > text.size() + 2 ? size - text.size() - 2 : 0, '\0'));
 }
 
 // A suitcase and, when given, its printer font "SerifBol", written as
@@ -76,10 +68,7 @@ TEST(CollectPSMetaDataMac, KindOfDoubleByteAndMultipleMasterFamilies)
         {"%MMyriadMM_215 LT", 1, 128, {0, 0, 300}, typ1Data, "PostScript - MM"},
     };
     for (const auto& c : cases) {
-        FondRecipe recipe = OneStyle();
-        recipe.familyID = c.familyID;
-        recipe.international = c.international;
-        recipe.entries = {c.entry};
+        const FondRecipe recipe{.familyID = c.familyID, .international = c.international, .entries = {c.entry}};
         std::vector<TestResource> more;
         if (!c.sfnt.empty()) more.push_back({"sfnt", 300, std::nullopt, Text(c.sfnt)});
         Names n;
@@ -133,9 +122,7 @@ TEST(CollectPSMetaDataMac, PrinterFontChunksAreReadUpToTheRules)
 
 TEST(CollectPSMetaDataMac, NoPrinterFontNeededOrNoFamily)
 {
-    FondRecipe outline = OneStyle({"Serif-Bold"});
-    outline.entries = {{0, 0, 128}};
-    Family family("Serif", outline, {{"sfnt", 128, std::nullopt, Text("true\0\0\0\0"s)}});
+    Family family("Serif", {.entries = {{0, 0, 128}}, .strings = {"Serif-Bold"}}, {{"sfnt", 128, std::nullopt, Text("true\0\0\0\0"s)}});
     Names n;
     n.kind = "TrueType";
     EXPECT_EQ(family.Collect(n), -1);

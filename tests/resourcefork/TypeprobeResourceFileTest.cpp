@@ -22,10 +22,7 @@ Bytes UnorderedMap()
                          {"NFNT", 300, std::nullopt, Text("d")}});
 }
 
-std::string Data(const ResourceHandlePtr& handle)
-{
-    return handle ? std::string(handle->data.begin(), handle->data.end()) : "(null)";
-}
+std::string Data(const ResourceHandlePtr& handle) { return handle ? std::string(handle->data.begin(), handle->data.end()) : "(null)"; }
 
 std::unique_ptr<TypeprobeResourceFile> Open(const TempDir& dir, const Bytes& bytes)
 {
@@ -46,15 +43,12 @@ TEST(TypeprobeResourceFile, OpensOnlyFilesThatHoldAMapResourceForkFirst)
 
     // A broken resource fork falls back to the data fork's map; a valid one hides it.
     WriteFile(dir / "font", UnorderedMap());
-    MacParts parts{"font", fourCC("FFIL"), 0, {}, ResourceFile({{"sfnt", 1, std::nullopt, Text("x")}})};
+    const Bytes fork = ResourceFile({{"sfnt", 1, std::nullopt, Text("x")}});
     for (bool broken : {true, false}) {
-        if (broken) parts.resource.pop_back();
-        WriteFile(dir / "._font", PlainAppleDouble(parts));
+        WriteFile(dir / "._font", PlainAppleDouble({"font", fourCC("FFIL"), 0, {}, Slice(fork, 0, fork.size() - broken)}));
         auto file = TypeprobeResourceFile::initWithFile(dir / "font", true);
         ASSERT_TRUE(file);
-        EXPECT_EQ(file->isDataFork(), broken);
-        EXPECT_EQ(file->countResType(fourCC("NFNT")), broken ? 4 : 0);
-        parts.resource = ResourceFile({{"sfnt", 1, std::nullopt, Text("x")}});
+        EXPECT_EQ(std::make_pair(file->isDataFork(), file->countResType(fourCC("NFNT"))), std::make_pair(broken, broken ? 4 : 0));
     }
 }
 
@@ -69,8 +63,7 @@ TEST(TypeprobeResourceFile, IndexesFollowMapOrderIDListsAreSorted)
     EXPECT_TRUE(file->getSortedResIDsForType(post).empty());
     for (auto [index, type] : {std::pair<int16_t, uint32_t>{1, nfnt}, {2, fourCC("FOND")}, {0, 0}, {3, 0}, {-1, 0}}) {
         uint32_t found = 1;
-        file->getResourceTypeViaGet1IndType(&found, index);
-        EXPECT_EQ(found, type) << index;
+        EXPECT_EQ((file->getResourceTypeViaGet1IndType(&found, index), found), type) << index;
     }
     file->getResourceTypeViaGet1IndType(nullptr, 1);
     for (auto [index, data] : {std::pair<int16_t, const char*>{1, "a"}, {2, "b"}, {4, "d"}, {5, "(null)"}, {0, "(null)"}})
@@ -96,10 +89,8 @@ TEST(ResourceFileAccess, StylesAndIDsOfAFamily)
     EXPECT_EQ(countResType(nullptr, kTypeFOND), 0);
     EXPECT_EQ(getStyleFromStyleIndex(nullptr, &none, 0), -1);
     EXPECT_FALSE(is_psfont(nullptr));
-    fondbuilder::FondRecipe recipe;
-    recipe.entries = {{12, 1, 5}, {0, 0, 4}, {10, 1, 3}, {12, 2, 3}, {12, -1, 9}};
     TempDir dir;
-    auto file = Open(dir, ResourceFile({{"FOND", 1, "F", fondbuilder::BuildFond(recipe)}}));
+    auto file = Open(dir, ResourceFile({{"FOND", 1, "F", fondbuilder::BuildFond({.entries = {{12, 1, 5}, {0, 0, 4}, {10, 1, 3}, {12, 2, 3}, {12, -1, 9}}})}}));
     ASSERT_TRUE(file);
     auto fond = getHandleOfTypeAndIndex(file.get(), kTypeFOND, 1);
     EXPECT_EQ(getCountOfUniqueStyles(file.get(), fond.get()), 4);
@@ -125,12 +116,10 @@ TEST(ResourceFileAccess, KindTestsReadTheFacesOutlineAndTheFilesTypes)
         {"typ1", "Family", {{"POST", 502, std::nullopt, Text("chunk")}}, "0000111"},
         {"tru", "Family", {{"POST", 501, std::nullopt, Text("chunk")}}, "0001110"},
     };
-    fondbuilder::FondRecipe recipe;
-    recipe.entries = {{0, 0, 20}};
     for (const Case& c : cases) {
         std::vector<TestResource> resources = c.more;
         resources.push_back({"sfnt", 20, std::nullopt, Text(c.sfnt)});
-        resources.push_back({"FOND", 1, c.fondName, fondbuilder::BuildFond(recipe)});
+        resources.push_back({"FOND", 1, c.fondName, fondbuilder::BuildFond({.entries = {{0, 0, 20}}})});
         TempDir dir;
         auto file = Open(dir, ResourceFile(resources));
         ASSERT_TRUE(file);
