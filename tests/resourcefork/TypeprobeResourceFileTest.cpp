@@ -52,6 +52,20 @@ TEST(TypeprobeResourceFile, OpensOnlyFilesThatHoldAMapResourceForkFirst)
     }
 }
 
+// Of several resources with one kept ID only the first survives.
+TEST(TypeprobeResourceFile, PurgeAllButKeepsTheFirstOfEachListedID)
+{
+    TempDir dir;
+    WriteFile(dir / "map.dfont", UnorderedMap());
+    auto file = TypeprobeResourceFile::initWithFile(dir / "map.dfont", false);
+    ASSERT_TRUE(file);
+    const uint32_t nfnt = fourCC("NFNT");
+    EXPECT_TRUE(file->purgeAllBut({300, -2, 99}, nfnt));
+    EXPECT_EQ(file->countResType(nfnt), 2);
+    EXPECT_EQ(Data(file->getResourceHandleForType(nfnt, 300)) + Data(file->getResourceHandleForType(nfnt, -2)), "ab");
+    EXPECT_FALSE(file->purgeAllBut({300, -2}, nfnt));
+}
+
 TEST(TypeprobeResourceFile, IndexesFollowMapOrderIDListsAreSorted)
 {
     TempDir dir;
