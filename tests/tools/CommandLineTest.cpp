@@ -62,6 +62,7 @@ TEST(CommandLine, ExitStatusAndErrorLines)
         {{"match", "only-one"}, 2, {}},
         {{"split", "a.ttc"}, 2, {}},
         {{"help", "frobnicate"}, 2, {"frobnicate"}},
+        {{"classify", "Times"}, 0, {}},
         // Problems are named one per line; the other files are still read.
         {{"identify", "-f", "jsonl", "/nonexistent/Missing.ttf", dfont}, 1,
          {"typeprobe: /nonexistent/Missing.ttf: No such file or directory", summary11}},

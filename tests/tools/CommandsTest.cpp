@@ -51,6 +51,7 @@ TEST(Match, ComparesTheChosenFacesAndConcludesOnTheChecksum)
     // Columns line up under their headings.
     EXPECT_EQ(lines[1].find("DejaVuSans-Bold"), lines[0].find(" A ") + 1);
     EXPECT_EQ(lines[1].rfind("DejaVuSans-Bold"), lines[0].find(" B ") + 1);
+    EXPECT_TRUE(lines[1].ends_with("  same")) << lines[1];
     EXPECT_EQ(lines.back(), "Same identity checksum: the same release of the same face.");
     EXPECT_EQ(Lines(Typeprobe({"match", suitcase, dfont}).out).back(), "Different identity checksums.");
 
