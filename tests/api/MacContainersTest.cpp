@@ -7,6 +7,7 @@
 
 #include <functional>
 #include <map>
+#include <sstream>
 
 #include "api/FontArray.h"
 #include "common/FaceArrays.h"

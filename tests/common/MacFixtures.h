@@ -12,7 +12,6 @@
 #include <cstdint>
 #include <cstdlib>
 #include <optional>
-#include <sstream>
 #include <string>
 #include <vector>
 

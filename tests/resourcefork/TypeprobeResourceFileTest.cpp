@@ -24,10 +24,10 @@ Bytes UnorderedMap()
 
 std::string Data(const ResourceHandlePtr& handle) { return handle ? std::string(handle->data.begin(), handle->data.end()) : "(null)"; }
 
-std::unique_ptr<TypeprobeResourceFile> Open(const TempDir& dir, const Bytes& bytes)
+std::unique_ptr<TypeprobeResourceFile> Open(const TempDir& dir, const Bytes& bytes, bool readOnly = true)
 {
     WriteFile(dir / "map.dfont", bytes);
-    return TypeprobeResourceFile::initWithFile(dir / "map.dfont", true);
+    return TypeprobeResourceFile::initWithFile(dir / "map.dfont", readOnly);
 }
 
 TEST(TypeprobeResourceFile, OpensOnlyFilesThatHoldAMapResourceForkFirst)
@@ -56,8 +56,7 @@ TEST(TypeprobeResourceFile, OpensOnlyFilesThatHoldAMapResourceForkFirst)
 TEST(TypeprobeResourceFile, PurgeAllButKeepsTheFirstOfEachListedID)
 {
     TempDir dir;
-    WriteFile(dir / "map.dfont", UnorderedMap());
-    auto file = TypeprobeResourceFile::initWithFile(dir / "map.dfont", false);
+    auto file = Open(dir, UnorderedMap(), false);
     ASSERT_TRUE(file);
     const uint32_t nfnt = fourCC("NFNT");
     EXPECT_TRUE(file->purgeAllBut({300, -2, 99}, nfnt));
