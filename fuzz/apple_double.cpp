@@ -5,7 +5,7 @@
 #include <cstdint>
 
 #include "FuzzSupport.h"
-#include "resourcefork/AppleDouble.h"
+#include "containers/AppleDouble.h"
 
 namespace {
 

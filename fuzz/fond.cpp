@@ -17,7 +17,7 @@
 #include "resourcefork/FONDRecord.h"
 #include "resourcefork/FONDStyleNames.h"
 #include "resourcefork/PascalStrings.h"
-#include "resourcefork/PostScriptResources.h"
+#include "fontfiles/PostScriptResources.h"
 #include "resourcefork/PrinterFontNames.h"
 #include "resourcefork/ResourceFileAccess.h"
 #include "resourcefork/ResourceMapWriter.h"

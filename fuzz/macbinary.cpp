@@ -4,7 +4,7 @@
 #include <cstdint>
 
 #include "FuzzSupport.h"
-#include "resourcefork/MacBinary.h"
+#include "containers/MacBinary.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {

@@ -6,7 +6,7 @@
 
 #include "FuzzSupport.h"
 #include "fontfiles/Type1MetaData.h"
-#include "resourcefork/PostScriptResources.h"
+#include "fontfiles/PostScriptResources.h"
 #include "resourcefork/ResourceHandle.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)

@@ -21,15 +21,15 @@ COUNT = 40
 ROOT = Path(__file__).resolve().parent.parent
 
 FILES = [
-    "src/support/ByteView.cpp", "src/support/MacForks.cpp",
+    "src/support/ByteView.cpp", "src/containers/MacForks.cpp",
     "src/resourcefork/PascalStrings.cpp", "src/resourcefork/FONDRecord.cpp",
     "src/tables/KeywordTableLoad.cpp", "src/fontfiles/NamingTable.cpp",
     "src/fontfiles/SfntDirectory.cpp", "src/fontfiles/TrueTypeCollectionFont.cpp",
     "src/fontfiles/Type1MetaData.cpp", "src/resourcefork/FONDQueries.cpp",
-    "src/resourcefork/ResourceMap.cpp", "src/resourcefork/AppleDouble.cpp",
-    "src/resourcefork/MacBinary.cpp", "src/checksum/CChecksum.cpp",
+    "src/resourcefork/ResourceMap.cpp", "src/containers/AppleDouble.cpp",
+    "src/containers/MacBinary.cpp", "src/checksum/CChecksum.cpp",
     "src/checksum/FondKerning.cpp", "src/checksum/ResourceChecksums.cpp",
-    "src/support/PathUtilities.cpp", "src/support/LxString.cpp",
+    "src/files/PathUtilities.cpp", "src/support/LxString.cpp",
     "src/support/GStringUtils.cpp", "src/support/XCFUtilsParse.cpp",
     "src/tables/LxFontStyleScan.cpp", "src/tables/CFoundryNameTable.cpp",
     "src/tables/CClassificationMappings.cpp",
@@ -39,7 +39,7 @@ FILES = [
 
 # Mutants every list must hold: (file, original line, mutated line).
 REQUIRED = [
-    ("src/support/MacForks.cpp",
+    ("src/containers/MacForks.cpp",
      "if (info && info->length >= 8 && FileBytes::ReadRange(path, info->offset, 8, bytes))",
      "if (info && info->length > 8 && FileBytes::ReadRange(path, info->offset, 8, bytes))"),
 ]

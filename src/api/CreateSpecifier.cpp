@@ -3,8 +3,8 @@
 #include "api/CollectionSpecifiers.h"
 #include "api/ResourceFileSpecifiers.h"
 #include "fontfiles/FontKind.h"
-#include "support/MacForks.h"
-#include "support/ReadScope.h"
+#include "containers/MacForks.h"
+#include "containers/ReadScope.h"
 #include "typeprobe/typeprobe.h"
 
 extern "C" {

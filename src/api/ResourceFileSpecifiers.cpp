@@ -9,8 +9,8 @@
 #include "fontfiles/CollectMetaData.h"
 #include "resourcefork/FONDRecord.h"
 #include "resourcefork/ResourceFileAccess.h"
-#include "support/LxFileSpecification.h"
-#include "support/LxFileSystem.h"
+#include "files/LxFileSpecification.h"
+#include "files/LxFileSystem.h"
 #include "typeprobe/typeprobe.h"
 
 namespace {

@@ -8,8 +8,8 @@
 #include <string>
 
 #include "support/ByteView.h"
-#include "support/MacForks.h"
-#include "support/ReadScope.h"
+#include "containers/MacForks.h"
+#include "containers/ReadScope.h"
 
 namespace {
 

@@ -1,6 +1,7 @@
 #include "fontfiles/CollectMetaData.h"
 
 #include "fontfiles/NamingTable.h"
+#include "fontfiles/PostScriptResources.h"
 #include "fontfiles/SfntPlatform.h"
 #include "fontfiles/TFontData.h"
 #include "fontfiles/Type1MetaData.h"
@@ -34,6 +35,18 @@ void trimTrailingSpaces(LxString& text)
 }
 
 }  // namespace
+
+int CollectPSMetaData(const TypeprobeResourceFile* file, const LxString& path,
+                      const ResourceHandle* fond, int16_t style, LxString* printerFontName,
+                      LxString* kind, LxString* foundry, LxString* family, LxString* version,
+                      LxString* postScriptName, LxString* displayName, LxString* fullName)
+{
+    if (CollectPSMetaDataMac(file, path, fond, style, printerFontName, kind, foundry, family,
+                             version, postScriptName, displayName, fullName) == 0)
+        return 0;
+    return CollectPSMetaDataFromFile(path, printerFontName, kind, foundry, family, version,
+                                     postScriptName, displayName, fullName);
+}
 
 int CollectMetaData(const TypeprobeResourceFile* resourceFile, const LxString& path,
                     const ResourceHandle* fond, int16_t style, LxString* printerFontName,

@@ -10,7 +10,7 @@
 #include "resourcefork/ResourceHandle.h"
 #include "support/ByteView.h"
 #include "support/LxString.h"
-#include "support/MacForks.h"
+#include "containers/MacForks.h"
 #include "support/SharedBytes.h"
 
 class TypeprobeResourceFile;

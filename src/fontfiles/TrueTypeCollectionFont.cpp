@@ -10,7 +10,7 @@
 
 #include "checksum/CChecksum.h"
 #include "fontfiles/SfntDirectory.h"
-#include "support/MacForks.h"
+#include "containers/MacForks.h"
 #include "support/ByteWriter.h"
 
 namespace {

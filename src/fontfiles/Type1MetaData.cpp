@@ -5,8 +5,7 @@
 #include <cstring>
 #include <string>
 
-#include "resourcefork/PostScriptResources.h"
-#include "support/MacForks.h"
+#include "containers/MacForks.h"
 
 namespace {
 
@@ -174,18 +173,6 @@ int CollectPSMetaDataFromFile(const LxString& path, LxString* printerFontName, L
                                          family, version, postScriptName, displayName, fullName);
     }
     return 0;
-}
-
-int CollectPSMetaData(const TypeprobeResourceFile* file, const LxString& path,
-                      const ResourceHandle* fond, int16_t style, LxString* printerFontName,
-                      LxString* kind, LxString* foundry, LxString* family, LxString* version,
-                      LxString* postScriptName, LxString* displayName, LxString* fullName)
-{
-    if (CollectPSMetaDataMac(file, path, fond, style, printerFontName, kind, foundry, family,
-                             version, postScriptName, displayName, fullName) == 0)
-        return 0;
-    return CollectPSMetaDataFromFile(path, printerFontName, kind, foundry, family, version,
-                                     postScriptName, displayName, fullName);
 }
 
 bool GetWindowsPSPrinterFontNameFromFontName(const LxString& name, LxString* printerName)

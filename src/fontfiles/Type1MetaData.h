@@ -8,9 +8,6 @@
 
 #include "support/LxString.h"
 
-class TypeprobeResourceFile;
-struct ResourceHandle;
-
 // Type 1 text as the readers see it: the verbatim bytes and a search copy of
 // the same length, lower-cased, with every NUL replaced by "_". Keys are
 // searched in the search copy; values are taken verbatim.
@@ -47,15 +44,6 @@ int CollectPSMetaDataFromFile(const LxString& path, LxString* printerFontName, L
                               LxString* foundry, LxString* family, LxString* version,
                               LxString* postScriptName, LxString* displayName,
                               LxString* fullName);
-
-// The PostScript metadata of a face: from the resource files (the FOND's
-// printer font) first; when they do not give it, from the outline file's
-// text (*printerFontName when set, else `path`). 0 when either read it;
-// otherwise the text reader's result.
-int CollectPSMetaData(const TypeprobeResourceFile* file, const LxString& path,
-                      const ResourceHandle* fond, int16_t style, LxString* printerFontName,
-                      LxString* kind, LxString* foundry, LxString* family, LxString* version,
-                      LxString* postScriptName, LxString* displayName, LxString* fullName);
 
 // "NAME.pfm" or "NAME.mmm" (any case, at least 6 characters) to "NAME.pfb".
 bool GetWindowsPSPrinterFontNameFromFontName(const LxString& name, LxString* printerName);

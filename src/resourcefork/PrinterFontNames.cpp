@@ -5,7 +5,7 @@
 
 #include "resourcefork/PascalStrings.h"
 #include "resourcefork/TypeprobeResourceFile.h"
-#include "support/MacForks.h"
+#include "containers/MacForks.h"
 
 namespace {
 

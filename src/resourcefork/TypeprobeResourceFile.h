@@ -22,7 +22,7 @@
 #include "resourcefork/ResourceHandle.h"
 #include "resourcefork/ResourceMap.h"
 #include "support/LxString.h"
-#include "support/MacForks.h"
+#include "containers/MacForks.h"
 
 class TypeprobeResourceFile {
 public:

@@ -9,7 +9,7 @@
 #include <cstdlib>
 #include <string>
 
-#include "support/FileSystemWrappers.h"
+#include "files/FileSystemWrappers.h"
 
 class TempFolder {
 public:

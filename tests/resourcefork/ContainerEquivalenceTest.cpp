@@ -7,7 +7,7 @@
 
 #include "common/MacFixtures.h"
 #include "resourcefork/TypeprobeResourceFile.h"
-#include "support/MacForks.h"
+#include "containers/MacForks.h"
 
 namespace {
 

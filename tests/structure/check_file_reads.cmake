@@ -5,15 +5,15 @@
 #   cmake -DSRC=<source folder>/src -P check_file_reads.cmake
 cmake_minimum_required(VERSION 3.20)
 set(allowed
-  resourcefork/FileBytes.cpp          # the one reader of file bytes
-  resourcefork/ExtendedAttributes.cpp # attribute values
+  containers/FileBytes.cpp            # the one reader of file bytes
+  containers/ExtendedAttributes.cpp   # attribute values
   support/SharedBytes.cpp             # maps what FileBytes opened
   support/ZeroedBuffer.cpp            # anonymous memory, no file
   support/XCFUtilsFiles.cpp           # the property-list tables, never a font
-  support/StandardFolders.cpp         # the user's folder settings
-  support/LxStreams.cpp               # general streams, off the identification path
-  support/LxStreams.h
-  support/FileCopy.cpp                # copies files whole
+  files/StandardFolders.cpp           # the user's folder settings
+  files/LxStreams.cpp                 # general streams, off the identification path
+  files/LxStreams.h
+  files/FileCopy.cpp                  # copies files whole
 )
 set(pattern "fopen\\(|ifstream|fstream|O_RDONLY|O_RDWR|mmap\\(|getxattr\\(|fread\\(|pread\\(|[^a-zA-Z_.>]read\\(")
 file(GLOB_RECURSE sources RELATIVE ${SRC} ${SRC}/*.cpp ${SRC}/*.h)
