@@ -13,6 +13,29 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <type_traits>
+
+// Binary records are declared once, as their format's documentation names
+// them: a struct of Field constants (each an offset from the record's start
+// and a type that fixes its size) and the record's size. Parsers read fields
+// by name, never by a literal offset:
+//
+//   struct ResourceHeader {
+//       static constexpr Field<uint32_t> dataOffset{0}, mapOffset{4};
+//       static constexpr size_t size = 16;
+//   };
+//   fork.read(0, ResourceHeader::mapOffset, mapOffset);
+struct UInt24 {};  // a 24-bit unsigned field, read into a uint32_t
+
+template <typename T>
+struct Field {
+    using Value = std::conditional_t<std::is_same_v<T, UInt24>, uint32_t, T>;
+    static constexpr size_t size = std::is_same_v<T, UInt24> ? 3 : sizeof(T);
+    size_t offset;
+    // The index-th of an array of such fields that starts here.
+    constexpr Field at(size_t index) const { return {offset + index * size}; }
+    constexpr size_t end() const { return offset + size; }
+};
 
 class ByteView {
 public:
@@ -41,6 +64,24 @@ public:
     bool i32(size_t offset, int32_t& out) const;
     // A four-character code, most significant byte first.
     bool tag(size_t offset, uint32_t& out) const { return u32(offset, out); }
+
+    // The field of the record that starts at `record`.
+    template <typename T>
+    bool read(size_t record, Field<T> field, typename Field<T>::Value& out) const
+    {
+        if (record > size_ || field.offset > size_ - record) return false;
+        const size_t at = record + field.offset;
+        if constexpr (std::is_same_v<T, UInt24>) return u24(at, out);
+        else if constexpr (std::is_same_v<T, uint8_t>) return u8(at, out);
+        else if constexpr (std::is_same_v<T, int8_t>) return i8(at, out);
+        else if constexpr (std::is_same_v<T, uint16_t>) return u16(at, out);
+        else if constexpr (std::is_same_v<T, int16_t>) return i16(at, out);
+        else if constexpr (std::is_same_v<T, uint32_t>) return u32(at, out);
+        else {
+            static_assert(std::is_same_v<T, int32_t>, "no reader for this field type");
+            return i32(at, out);
+        }
+    }
 
     // The bytes [offset, offset + length), or nothing when out of range.
     std::optional<ByteView> sub(size_t offset, size_t length) const;

@@ -7,6 +7,7 @@
 
 #include "support/ByteView.h"
 #include "support/ByteWriter.h"
+#include "support/Refusal.h"
 
 namespace {
 
@@ -59,6 +60,48 @@ TEST(ByteReader, AdvancesOnlyOnSuccess)
     EXPECT_FALSE(r.u16(s) || r.skip(2));
     EXPECT_EQ(std::make_pair(r.offset(), r.remaining()), std::make_pair(size_t(6), size_t(1)));
     EXPECT_TRUE(r.skip(1) && !r.seek(8));
+}
+
+struct Record {
+    static constexpr Field<uint16_t> count{1};
+    static constexpr Field<UInt24> offset{3};
+    static constexpr Field<int8_t> entries{6};
+};
+
+// A field is read at its record's start plus its offset, with its type's
+// width; a record or field past the end (or at an offset that would wrap)
+// reads nothing.
+TEST(Field, ReadsByNameWithinBounds)
+{
+    ByteWriter w;
+    w.u8(0).u8(0).u16(0x0102).u24(0xABCDEF).u8(0xFF).u8(0x7F);
+    uint16_t count = 0;
+    uint32_t offset = 0;
+    int8_t second = 0;
+    ASSERT_TRUE(w.view().read(1, Record::count, count) && w.view().read(0, Record::offset, offset) &&
+                w.view().read(0, Record::entries.at(1), second));
+    EXPECT_EQ(std::make_tuple(count, offset, second), std::make_tuple(uint16_t(0x0102), 0x02ABCDu, int8_t(-1)));
+    EXPECT_FALSE(w.view().read(2, Record::entries.at(1), second) || w.view().read(kHuge, Record::count, count) ||
+                 w.view().read(kHuge - 1, Record::offset, offset));
+    EXPECT_EQ(Record::offset.end(), 6u);
+}
+
+// Reasons are put together only while a log listens; the innermost log hears
+// them, each once; a refusal converts to false and to an empty optional.
+TEST(RefusalLog, HearsOnlyWhileListening)
+{
+    EXPECT_FALSE(bool(Refuse("unheard")));
+    RefusalLog outer;
+    {
+        RefusalLog inner;
+        const std::optional<int> none = Refuse("map: type ", uint8_t(3), " past the end");
+        Refuse("map: type ", uint8_t(3), " past the end");
+        EXPECT_FALSE(none);
+        EXPECT_EQ(inner.text(), "map: type 3 past the end");
+    }
+    Refuse("a"), Refuse("b");
+    EXPECT_EQ(outer.text(), "a; b");
+    EXPECT_FALSE(RefusalLog::Listening() && outer.reasons().size() != 2);
 }
 
 }  // namespace

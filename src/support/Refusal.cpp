@@ -1,0 +1,30 @@
+#include "support/Refusal.h"
+
+#include <algorithm>
+
+namespace {
+thread_local RefusalLog* listening = nullptr;
+}  // namespace
+
+RefusalLog::RefusalLog() : outer_(listening) { listening = this; }
+
+RefusalLog::~RefusalLog() { listening = outer_; }
+
+bool RefusalLog::Listening() { return listening != nullptr; }
+
+void RefusalLog::Record(std::string reason)
+{
+    std::vector<std::string>& reasons = listening->reasons_;
+    if (std::find(reasons.begin(), reasons.end(), reason) == reasons.end())
+        reasons.push_back(std::move(reason));
+}
+
+std::string RefusalLog::text() const
+{
+    std::string joined;
+    for (const std::string& reason : reasons_) {
+        if (!joined.empty()) joined += "; ";
+        joined += reason;
+    }
+    return joined;
+}
