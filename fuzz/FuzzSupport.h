@@ -13,12 +13,42 @@
 #include <string>
 #include <string_view>
 
+#include "support/Refusal.h"
+
+namespace fuzzsupport {
+
+// Every target listens for the readers' refusals while it runs one input,
+// so that their reasons are put together under the sanitizers too, and a
+// finding names the rules the input broke on its way.
+class HeardRefusals {
+public:
+    HeardRefusals() { current() = &log_; }
+    ~HeardRefusals() { current() = nullptr; }
+    static RefusalLog*& current()
+    {
+        static thread_local RefusalLog* log = nullptr;
+        return log;
+    }
+
+private:
+    RefusalLog log_;
+};
+
+inline void ReportRefusals()
+{
+    if (RefusalLog* log = HeardRefusals::current(); log && !log->reasons().empty())
+        std::fprintf(stderr, "refusals heard: %s\n", log->text().c_str());
+}
+
+}  // namespace fuzzsupport
+
 // Aborts (a finding) when an invariant of the code under test breaks.
 #define FUZZ_CHECK(condition)                                                        \
     do {                                                                             \
         if (!(condition)) {                                                          \
             std::fprintf(stderr, "%s:%d: check failed: %s\n", __FILE__, __LINE__,    \
                          #condition);                                                \
+            fuzzsupport::ReportRefusals();                                           \
             std::abort();                                                            \
         }                                                                            \
     } while (0)

@@ -42,6 +42,7 @@ void checkContainer(ByteView file, uint32_t magic)
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
+    fuzzsupport::HeardRefusals heard;
     const ByteView file(data, size);
     checkContainer(file, AppleDouble::kAppleSingleMagic);
     checkContainer(file, AppleDouble::kAppleDoubleMagic);

@@ -53,6 +53,7 @@ void checkLayoutMatches(const TrueTypeCollectionFont& collection, unsigned long 
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
+    fuzzsupport::HeardRefusals heard;
     const TrueTypeCollectionFont collection(std::vector<uint8_t>(data, data + size));
     const unsigned long count = collection.faceCount();
     FUZZ_CHECK(count == 0 || collection.bytes().size() == size);

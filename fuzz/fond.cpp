@@ -203,6 +203,7 @@ void edit(const std::string& path, const std::vector<int16_t>& styles)
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
+    fuzzsupport::HeardRefusals heard;
     const ByteView input(data, size);
     uint8_t flags = 0, nameLength = 0;
     if (!input.u8(0, flags) || !input.u8(1, nameLength) || !input.contains(2, nameLength)) return 0;

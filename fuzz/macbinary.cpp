@@ -8,6 +8,7 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
+    fuzzsupport::HeardRefusals heard;
     const ByteView file(data, size);
     MacBinary::Crc16(file);
     auto header = MacBinary::Parse(file, size);

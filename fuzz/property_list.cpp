@@ -4,11 +4,13 @@
 #include <string>
 #include <string_view>
 
+#include "FuzzSupport.h"
 #include "Representations.h"
 #include "support/XCFUtils.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
+    fuzzsupport::HeardRefusals heard;
     const std::string_view bytes(reinterpret_cast<const char*>(data), size);
     if (plist_t list = XCFUtils::XCFCreateCFPropertyListFromBytes(bytes)) plist_free(list);
 

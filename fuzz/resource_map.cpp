@@ -32,6 +32,7 @@ bool sameResource(const ResourceRecord& a, const ResourceRecord& b)
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
+    fuzzsupport::HeardRefusals heard;
     auto map = ResourceMap::Parse(std::vector<uint8_t>(data, data + size));
     if (!map) return 0;
     const ByteView fork(data, size);

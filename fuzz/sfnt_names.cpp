@@ -9,6 +9,7 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
+    fuzzsupport::HeardRefusals heard;
     const ByteView font(data, size);
     for (const char* tag : {"name", "OS/2", "cmap", "head", "kern", "GPOS", "glyf", "ab", ""}) {
         auto entry = FindSpecifiedTable(font, tag);

@@ -6,6 +6,7 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
+    fuzzsupport::HeardRefusals heard;
     const ByteView font(data, size);
     LxString platform;
     const int decided = GetPlatformTTF(font, &platform);

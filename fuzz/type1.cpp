@@ -11,6 +11,7 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
+    fuzzsupport::HeardRefusals heard;
     const std::string_view verbatim(reinterpret_cast<const char*>(data), size);
     std::string storage;
     const Type1Text text = MakeType1Text(verbatim, storage);

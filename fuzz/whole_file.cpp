@@ -54,6 +54,7 @@ void identify(const std::string& path)
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
+    fuzzsupport::HeardRefusals heard;
     // The first byte picks the name, the rest is the file.
     static const char* const kNames[] = {"font.ttf", "font.otf", "font.ttc", "font.dfont",
                                          "font.ps",  "font",     "._font"};

@@ -3,10 +3,12 @@
 #include <cstdint>
 #include <string>
 
+#include "FuzzSupport.h"
 #include "Representations.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
+    fuzzsupport::HeardRefusals heard;
     const std::string text(reinterpret_cast<const char*>(data), size);  // zero-terminated
     TP_FontArray* array = nullptr;
     const unsigned long result = TP_CreateSpecifierFromXML(text.c_str(), &array);

@@ -40,7 +40,9 @@ const std::vector<ManSection> kSections = {
 
 const char* const kIdentifyFooter =
     "Folders are walked recursively in name order; files in them that are not fonts are "
-    "skipped quietly, while a file named directly that is not a font is an error. Output "
+    "skipped quietly, while a file named directly that is not a font is an error; --explain "
+    "adds the reader's reason to its line (\"not a font: collection: offset entry 3 points "
+    "past the end ...\") and to the json error field. Output "
     "follows the order of the command line whatever the number of jobs. The table shows the "
     "PostScript name, kind, family, foundry, version, platform and checksum unless "
     "--attributes chooses the columns; the other formats carry every attribute read. A "
@@ -95,6 +97,8 @@ void AddIdentify(CLI::App& app, IdentifyOptions& options)
                         "Attributes to read, comma-separated (default: all)")
         ->type_name("LIST")
         ->allow_extra_args(false);
+    command->add_flag("--explain", options.explain,
+                      "Say why each file named that is not a font was refused");
     AddRunOptions(*command, options.run, options.quiet);
     command->footer(Wrapped(kIdentifyFooter));
 }

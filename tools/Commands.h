@@ -16,6 +16,7 @@ struct IdentifyOptions {
     std::vector<std::string> attributes;  // names; empty means every attribute
     RunOptions run;
     bool quiet = false;                   // no summary line
+    bool explain = false;                 // why a file is not a font
 };
 int RunIdentify(const IdentifyOptions& options);
 

@@ -39,6 +39,8 @@ void Identify(FileReport& report, const IdentifyRequest& request)
     auto file = FontFile::Open(report.task.path, request.mask);
     if (!file) {
         Diagnose(report);
+        if (request.explain && report.outcome == FileReport::Outcome::NoFace)
+            report.reason = NoFaceReason(report.task.path);
         return;
     }
     report.faces = file->faces();
@@ -55,7 +57,9 @@ std::string FileReport::problem() const
 {
     switch (outcome) {
     case Outcome::Faces: return {};
-    case Outcome::NoFace: return task.named ? "not a font" : "";
+    case Outcome::NoFace:
+        if (!task.named) return "";
+        return reason.empty() ? "not a font" : "not a font: " + reason;
     case Outcome::Unreadable:
     case Outcome::Failed: return message;
     }

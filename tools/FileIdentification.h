@@ -14,6 +14,7 @@ enum class Representation { None, Xml, PropertyList };
 struct IdentifyRequest {
     unsigned long mask = 0;
     Representation representation = Representation::None;
+    bool explain = false;  // say why a file has no face
 };
 
 struct FileReport {
@@ -26,6 +27,7 @@ struct FileReport {
     FileTask task;
     Outcome outcome = Outcome::NoFace;
     std::string message;
+    std::string reason;  // why the library found no face, when asked
     std::vector<Face> faces;
     std::string representation;  // the document asked for, when there are faces
 

@@ -44,6 +44,7 @@ int RunIdentify(const IdentifyOptions& options)
     if (!format || !ChooseAttributes(options.attributes, request.mask, columns))
         return kExitUsage;
     request.representation = RepresentationFor(*format);
+    request.explain = options.explain;
     auto writer = MakeWriter(*format, std::cout, columns);
     const Summary summary = RunFiles(options.paths, request, options.run,
                                      [&](const FileReport& report) { writer->file(report); });

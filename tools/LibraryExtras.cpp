@@ -8,6 +8,7 @@ namespace {
 constexpr unsigned long kMaxStyles = 64;
 constexpr int kStyleCapacity = 256;
 constexpr int kNameCapacity = 1024;
+constexpr int kReasonCapacity = 4096;
 
 // Calls a representation writer, growing the buffer once to the size it
 // reports when the first try was truncated.
@@ -30,17 +31,26 @@ std::optional<std::string> WholeDocument(Writer writer, TP_FontArray* array)
     return std::nullopt;
 }
 
+// Text a call copies into a buffer of `capacity` bytes; nothing when the
+// call fails.
+template <typename Call>
+std::optional<std::string> CopiedText(int capacity, Call call)
+{
+    std::string buffer(size_t(capacity), '\0');
+    if (call(buffer.data(), capacity) != kTP_Success) return std::nullopt;
+    buffer.resize(buffer.find('\0'));
+    return buffer;
+}
+
 }  // namespace
 
 std::optional<std::string> Classification(const std::string& family,
                                           const std::optional<std::string>& alternate)
 {
-    std::string buffer(kNameCapacity, '\0');
-    if (TP_GetClassificationFromFamily(family.c_str(), alternate ? alternate->c_str() : nullptr,
-                                       buffer.data(), kNameCapacity) != kTP_Success)
-        return std::nullopt;
-    buffer.resize(buffer.find('\0'));
-    return buffer;
+    return CopiedText(kNameCapacity, [&](char* buffer, int capacity) {
+        return TP_GetClassificationFromFamily(
+            family.c_str(), alternate ? alternate->c_str() : nullptr, buffer, capacity);
+    });
 }
 
 std::optional<std::vector<std::string>> Styles(const std::string& first,
@@ -56,6 +66,13 @@ std::optional<std::vector<std::string>> Styles(const std::string& first,
     storage.resize(count);
     for (std::string& entry : storage) entry.resize(entry.find('\0'));
     return storage;
+}
+
+std::string NoFaceReason(const std::string& path)
+{
+    return CopiedText(kReasonCapacity, [&](char* buffer, int capacity) {
+               return TP_ExplainNoFace(path.c_str(), buffer, capacity);
+           }).value_or("");
 }
 
 std::optional<std::string> XmlRepresentation(TP_FontArray* array)

@@ -68,6 +68,14 @@ enum {
 TP_API unsigned long TP_CreateSpecifier(const char* path, unsigned long reserved,
                                         unsigned long attributeMask, TP_FontArray** result);
 
+/* Why TP_CreateSpecifier finds no face in the file at `path`: identifies it
+ * again, noting where each reader refused what it read ("collection: offset
+ * entry 3 points past the end ..."), and copies the reasons, "; " between
+ * them, by the copy-out rule (see the accessors). The text is empty when the
+ * file has a face. Returns 1 when `path` or `buffer` is null, else 0. Only
+ * this call listens for reasons: TP_CreateSpecifier pays nothing for them. */
+TP_API unsigned long TP_ExplainNoFace(const char* path, char* buffer, int bufferLength);
+
 /* ---- Splitting a TrueType collection ---- */
 
 /* Writes each face of the TrueType collection at `collectionPath` as a
@@ -106,7 +114,10 @@ TP_API unsigned long TP_Match(TP_FontArray* arrayA, unsigned long indexA, TP_Fon
 /* Per-face accessors. Each returns 1 when the handle or the output is null
  * and 5 when the face was made without the attribute's bit; text leaves by
  * the copy-out rule. The index is not checked: pass one below the count that
- * TP_GetFontCount reports. */
+ * TP_GetFontCount reports. An index at or past that count raises a C++
+ * exception (std::out_of_range) out of the accessor: from C, where nothing
+ * can catch it, the program ends. TP_Match and TP_GetWindowsMMFile check
+ * the index and return a result code instead. */
 TP_API unsigned long TP_GetKindName(TP_FontArray* array, unsigned long index, char* buffer,
                                     int bufferLength);
 TP_API unsigned long TP_GetFamilyName(TP_FontArray* array, unsigned long index, char* buffer,

@@ -5,59 +5,18 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <cstdint>
 
 #include "containers/ReadScope.h"
+#include "support/FileDescriptor.h"
 
 namespace {
-
-class FileDescriptor {
-public:
-    explicit FileDescriptor(int fd) : fd_(fd) {}
-    ~FileDescriptor()
-    {
-        if (fd_ >= 0) ::close(fd_);
-    }
-    FileDescriptor(const FileDescriptor&) = delete;
-    FileDescriptor& operator=(const FileDescriptor&) = delete;
-    int get() const { return fd_; }
-    bool valid() const { return fd_ >= 0; }
-
-private:
-    int fd_;
-};
 
 bool regularSize(int fd, uint64_t& size)
 {
     struct stat status;
     if (fstat(fd, &status) != 0 || !S_ISREG(status.st_mode)) return false;
     size = uint64_t(status.st_size);
-    return true;
-}
-
-bool readFully(int fd, uint64_t offset, uint8_t* out, size_t length)
-{
-    size_t done = 0;
-    while (done < length) {
-        ssize_t got = ::pread(fd, out + done, length - done, off_t(offset + done));
-        if (got < 0 && errno == EINTR) continue;
-        if (got <= 0) return false;
-        done += size_t(got);
-    }
-    return true;
-}
-
-bool writeFully(int fd, ByteView bytes)
-{
-    size_t done = 0;
-    while (done < bytes.size()) {
-        auto rest = bytes.tail(done);
-        ssize_t put = ::write(fd, rest.data(), rest.size());
-        if (put < 0 && errno == EINTR) continue;
-        if (put <= 0) return false;
-        done += size_t(put);
-    }
     return true;
 }
 
@@ -79,7 +38,7 @@ std::optional<SharedBytes> mapKnownRegularFile(const std::string& path)
     // A file system that cannot map (some network and FUSE ones): read it.
     if (size > SIZE_MAX) return std::nullopt;
     std::vector<uint8_t> bytes(static_cast<size_t>(size));
-    if (!readFully(file.get(), 0, bytes.data(), bytes.size())) return std::nullopt;
+    if (!file.readAt(0, bytes)) return std::nullopt;
     return SharedBytes(std::move(bytes));
 }
 
@@ -131,7 +90,7 @@ bool ReadRange(const std::string& path, uint64_t offset, uint64_t length,
     if (!file.valid() || !regularSize(file.get(), size)) return false;
     if (offset > size || length > size - offset) return false;
     std::vector<uint8_t> bytes(static_cast<size_t>(length));
-    if (!readFully(file.get(), offset, bytes.data(), bytes.size())) return false;
+    if (!file.readAt(offset, bytes)) return false;
     out = std::move(bytes);
     return true;
 }
@@ -155,7 +114,7 @@ bool Rewrite(const std::string& path, ByteView bytes)
     FileDescriptor file(::open(path.c_str(), O_WRONLY | O_CLOEXEC));
     uint64_t size = 0;
     return file.valid() && regularSize(file.get(), size) && ::ftruncate(file.get(), 0) == 0 &&
-           writeFully(file.get(), bytes);
+           file.write(bytes);
 }
 
 }  // namespace FileBytes

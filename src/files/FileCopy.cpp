@@ -11,50 +11,17 @@
 #include <memory>
 #include <vector>
 
+#include "support/FileDescriptor.h"
 #include "support/MacErrors.h"
 
 namespace {
-
-class Descriptor {
-public:
-    explicit Descriptor(int fd) : fd_(fd) {}
-    ~Descriptor()
-    {
-        if (fd_ >= 0) ::close(fd_);
-    }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-    int get() const { return fd_; }
-    // Closes now and reports whether buffered data reached the disk.
-    bool close()
-    {
-        int fd = fd_;
-        fd_ = -1;
-        return ::close(fd) == 0;
-    }
-
-private:
-    int fd_;
-};
 
 short lastError()
 {
     return MacError::FromErrno(errno);
 }
 
-bool writeAll(int fd, const char* bytes, size_t count)
-{
-    while (count > 0) {
-        ssize_t written = ::write(fd, bytes, count);
-        if (written < 0 && errno == EINTR) continue;
-        if (written <= 0) return false;
-        bytes += written;
-        count -= size_t(written);
-    }
-    return true;
-}
-
-short copyData(int from, int to)
+short copyData(int from, const FileDescriptor& to)
 {
     std::vector<char> buffer(1 << 16);
     for (;;) {
@@ -62,7 +29,7 @@ short copyData(int from, int to)
         if (got < 0 && errno == EINTR) continue;
         if (got < 0) return lastError();
         if (got == 0) return 0;
-        if (!writeAll(to, buffer.data(), size_t(got))) return lastError();
+        if (!to.write(ByteView(buffer.data(), size_t(got)))) return lastError();
     }
 }
 
@@ -101,13 +68,13 @@ short copyAttributes(int from, int to)
     return 0;
 }
 
-short copyOpenFile(int from, int to, const struct stat& status)
+short copyOpenFile(int from, const FileDescriptor& to, const struct stat& status)
 {
     if (short error = copyData(from, to)) return error;
-    if (short error = copyAttributes(from, to)) return error;
+    if (short error = copyAttributes(from, to.get())) return error;
     const struct timespec times[2] = {status.st_atim, status.st_mtim};
-    if (futimens(to, times) != 0) return lastError();
-    if (fchmod(to, status.st_mode & 07777) != 0) return lastError();
+    if (futimens(to.get(), times) != 0) return lastError();
+    if (fchmod(to.get(), status.st_mode & 07777) != 0) return lastError();
     return 0;
 }
 
@@ -140,15 +107,15 @@ namespace FileCopy {
 
 short CopyEntry(const std::string& from, const std::string& to)
 {
-    Descriptor source(::open(from.c_str(), O_RDONLY | O_CLOEXEC));
+    FileDescriptor source(::open(from.c_str(), O_RDONLY | O_CLOEXEC));
     if (source.get() < 0) return lastError();
     struct stat status;
     if (fstat(source.get(), &status) != 0) return lastError();
     if (!S_ISREG(status.st_mode))
         return S_ISDIR(status.st_mode) ? MacError::notAFileErr : MacError::paramErr;
-    Descriptor target(::open(to.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
+    FileDescriptor target(::open(to.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
     if (target.get() < 0) return lastError();
-    short error = copyOpenFile(source.get(), target.get(), status);
+    short error = copyOpenFile(source.get(), target, status);
     if (!target.close() && !error) error = lastError();
     if (error) ::unlink(to.c_str());
     return error;

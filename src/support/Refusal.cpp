@@ -15,7 +15,10 @@ bool RefusalLog::Listening() { return listening != nullptr; }
 void RefusalLog::Record(std::string reason)
 {
     std::vector<std::string>& reasons = listening->reasons_;
-    if (std::find(reasons.begin(), reasons.end(), reason) == reasons.end())
+    if (std::find(reasons.begin(), reasons.end(), reason) != reasons.end()) return;
+    if (reasons.size() == kKept)
+        ++listening->more_;
+    else
         reasons.push_back(std::move(reason));
 }
 
@@ -26,5 +29,6 @@ std::string RefusalLog::text() const
         if (!joined.empty()) joined += "; ";
         joined += reason;
     }
+    if (more_) joined += "; and " + std::to_string(more_) + " more";
     return joined;
 }

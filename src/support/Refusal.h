@@ -23,16 +23,20 @@ public:
     RefusalLog(const RefusalLog&) = delete;
     RefusalLog& operator=(const RefusalLog&) = delete;
 
-    // The reasons heard, each once, in the order first heard.
+    // The reasons heard, each once, in the order first heard: the first
+    // kKept of them (a file of many broken parts could say thousands).
     const std::vector<std::string>& reasons() const { return reasons_; }
-    // The reasons joined by "; ", empty when there are none.
+    // The reasons joined by "; ", and how many more were heard; empty when
+    // there are none.
     std::string text() const;
+    static constexpr size_t kKept = 8;
 
     static bool Listening();
     static void Record(std::string reason);
 
 private:
     std::vector<std::string> reasons_;
+    size_t more_ = 0;
     RefusalLog* outer_;
 };
 

@@ -7,6 +7,8 @@ cmake_minimum_required(VERSION 3.20)
 set(allowed
   containers/FileBytes.cpp            # the one reader of file bytes
   containers/ExtendedAttributes.cpp   # attribute values
+  support/FileDescriptor.cpp          # whole reads through a descriptor FileBytes opened
+  support/ByteView.h                  # reads fields of bytes in memory
   support/SharedBytes.cpp             # maps what FileBytes opened
   support/ZeroedBuffer.cpp            # anonymous memory, no file
   support/XCFUtilsFiles.cpp           # the property-list tables, never a font

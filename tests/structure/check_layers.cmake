@@ -5,7 +5,7 @@
 #   cmake -DSRC=<source folder>/src -P check_layers.cmake
 cmake_minimum_required(VERSION 3.20)
 set(layers
-  support       # bytes, text, property lists: knows nothing of files
+  support       # bytes, text, property lists, descriptors: nothing of fonts or Mac files
   containers    # where a file's bytes live: forks, sidecars, mapped files
   files         # file and folder specifications over the containers
   tables        # the knowledge tables (foundries, classifications, styles)
