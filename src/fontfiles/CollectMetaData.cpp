@@ -74,6 +74,7 @@ int CollectMetaData(const TypeprobeResourceFile* resourceFile, const LxString& p
                           postScriptName, displayName, fullName, kerningChecksum);
     if (family) trimTrailingSpaces(*family);
     if (kind) *kind = localKind;
+    if (result != 0 && result != 6) RefuseUnrecognised(font, resourceFile != nullptr);
     freeFontInfo(font);
     return result;
 }

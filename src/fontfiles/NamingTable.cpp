@@ -4,17 +4,18 @@
 #include <optional>
 
 #include "fontfiles/SfntDirectory.h"
+#include "support/Refusal.h"
 
 namespace {
 
-constexpr size_t kNameRecordSize = 12;
 constexpr int16_t kMaxNameLength = 1023;
 constexpr uint16_t kLanguageJapanese = 11;
 constexpr uint16_t kLanguageUSEnglish = 0x409;
 
-struct NameRecord {
+// One name record, as read.
+struct Record {
     uint16_t platformID = 0, encodingID = 0, languageID = 0;
-    int16_t nameID = 0, length = 0, offset = 0;  // signed, as the format was read
+    int16_t nameID = 0, length = 0, offset = 0;
 };
 
 struct NameSlots {
@@ -28,7 +29,7 @@ struct ScanState {
     uint32_t textEncoding = kCFStringEncodingMacRoman;
 };
 
-bool IsDoubleBytePlatform(const NameRecord& r)
+bool IsDoubleBytePlatform(const Record& r)
 {
     switch (r.platformID) {
     case 0: return r.encodingID >= 1 && r.encodingID <= 4;
@@ -39,17 +40,20 @@ bool IsDoubleBytePlatform(const NameRecord& r)
     }
 }
 
-std::optional<NameRecord> readRecord(ByteView font, size_t at)
+std::optional<Record> readRecord(ByteView font, size_t at)
 {
-    NameRecord r;
-    ByteReader reader(font, at);
-    if (!(reader.u16(r.platformID) && reader.u16(r.encodingID) && reader.u16(r.languageID) &&
-          reader.i16(r.nameID) && reader.i16(r.length) && reader.i16(r.offset)))
+    Record r;
+    if (!(font.read(at, NameRecord::platformID, r.platformID) &&
+          font.read(at, NameRecord::encodingID, r.encodingID) &&
+          font.read(at, NameRecord::languageID, r.languageID) &&
+          font.read(at, NameRecord::nameID, r.nameID) &&
+          font.read(at, NameRecord::length, r.length) &&
+          font.read(at, NameRecord::stringOffset, r.offset)))
         return std::nullopt;
     return r;
 }
 
-LxString decodeDoubleByte(ByteView text, const NameRecord& r, ScanState& state)
+LxString decodeDoubleByte(ByteView text, const Record& r, ScanState& state)
 {
     PlatformString units;
     for (size_t at = 0; at + 1 < text.size(); at += 2) {
@@ -64,7 +68,7 @@ LxString decodeDoubleByte(ByteView text, const NameRecord& r, ScanState& state)
     return value;
 }
 
-LxString decodeSingleByte(ByteView text, const NameRecord& r, ScanState& state)
+LxString decodeSingleByte(ByteView text, const Record& r, ScanState& state)
 {
     std::string bytes(text.chars());
     bytes = bytes.substr(0, bytes.find('\0'));
@@ -88,7 +92,7 @@ LxString decodeSingleByte(ByteView text, const NameRecord& r, ScanState& state)
 
 // The first Macintosh record in language 0 ends all overwriting; before it,
 // records in encoding 0, in language 0 or in Windows US English overwrite.
-bool isPreferred(const NameRecord& r, ScanState& state)
+bool isPreferred(const Record& r, ScanState& state)
 {
     if (state.sawMacEnglish) return false;
     if (r.encodingID == 0) {
@@ -109,7 +113,7 @@ bool isSevenBitASCII(const LxString& value)
     return true;
 }
 
-void store(NameSlots& slots, const NameRecord& r, const LxString& value, bool preferred)
+void store(NameSlots& slots, const Record& r, const LxString& value, bool preferred)
 {
     switch (r.nameID) {
     case 0: AssignConditionally(&slots.copyright, value, preferred); break;
@@ -133,43 +137,62 @@ void store(NameSlots& slots, const NameRecord& r, const LxString& value, bool pr
     }
 }
 
-// The record's text, or an empty view when it is empty or lies outside the
-// font.
-ByteView recordText(ByteView font, size_t storage, const NameRecord& r)
+// The text of record `index`, or an empty view when it is empty or lies
+// outside the font.
+ByteView recordText(ByteView font, size_t storage, const Record& r, int index)
 {
     int length = r.length > kMaxNameLength ? kMaxNameLength : r.length;
     if (length <= 0) return {};
     // A negative offset reads from before the string storage, deliberately;
     // the text must still lie inside the font.
     const long long start = (long long)storage + r.offset;
-    if (start < 0) return {};
+    if (start < 0) {
+        Refuse("name: record ", index, " starts ", -start, " bytes before the font");
+        return {};
+    }
     auto text = font.sub(size_t(start), size_t(length));
+    if (!text)
+        Refuse("name: record ", index, " runs past the string storage (", length, " bytes at ",
+               start, ", the font has ", font.size(), ")");
     return text ? *text : ByteView();
 }
 
 // Returns whether any record was visited.
 bool readSlots(ByteView font, NameSlots& slots)
 {
-    auto entry = FindValidTable(font, "name");
-    if (!entry || entry->offset == 0 || entry->offset >= font.size()) return false;
+    auto entry = FindRequiredTable(font, "name");
+    if (!entry) return false;
     const size_t table = entry->offset;
+    if (table == 0) return Refuse("name: the table at offset 0 overlaps the offset table");
+    if (table >= font.size())
+        return Refuse("name: header at ", table, " lies past the end of the font (", font.size(),
+                      " bytes)");
     int16_t count = 0;
-    uint16_t stringOffset = 0;
-    if (!font.i16(table + 2, count) || !font.u16(table + 4, stringOffset)) return false;
-    const size_t storage = table + stringOffset;
+    uint16_t storageOffset = 0;
+    if (!font.read(table, NamingTableHeader::count, count) ||
+        !font.read(table, NamingTableHeader::storageOffset, storageOffset))
+        return Refuse("name: header at ", table, " needs ", NamingTableHeader::size,
+                      " bytes, the font has ", font.size());
+    const size_t storage = table + storageOffset;
     ScanState state;
     int visited = 0;
     for (int i = 0; i < count; ++i) {
-        auto record = readRecord(font, table + kNameHeaderSize + kNameRecordSize * size_t(i));
-        if (!record) break;
+        const size_t at = table + NamingTableHeader::size + NameRecord::size * size_t(i);
+        auto record = readRecord(font, at);
+        if (!record) {
+            Refuse("name: record ", i, " of ", count, " runs past the end of the font (at ", at,
+                   ", the font has ", font.size(), " bytes)");
+            break;
+        }
         ++visited;
-        ByteView text = recordText(font, storage, *record);
+        ByteView text = recordText(font, storage, *record, i);
         LxString value = IsDoubleBytePlatform(*record) ? decodeDoubleByte(text, *record, state)
                                                        : decodeSingleByte(text, *record, state);
         if (value.empty()) continue;
         bool preferred = isPreferred(*record, state);
         store(slots, *record, value, preferred);
     }
+    if (visited == 0 && count <= 0) return Refuse("name: no usable record, count is ", count);
     return visited > 0;
 }
 
@@ -183,12 +206,12 @@ const LxString& firstNonEmpty(const LxString& a, const LxString& b)
 std::pair<uint64_t, uint64_t> NamingTableReach(ByteView font, uint64_t tableOffset)
 {
     int16_t count = 0;
-    uint16_t stringOffset = 0;
-    font.i16(size_t(tableOffset) + 2, count);
-    font.u16(size_t(tableOffset) + 4, stringOffset);
-    const uint64_t recordsEnd =
-        tableOffset + kNameHeaderSize + kNameRecordSize * uint64_t(std::max<int16_t>(count, 0));
-    const uint64_t storage = tableOffset + stringOffset;
+    uint16_t storageOffset = 0;
+    font.read(size_t(tableOffset), NamingTableHeader::count, count);
+    font.read(size_t(tableOffset), NamingTableHeader::storageOffset, storageOffset);
+    const uint64_t recordsEnd = tableOffset + NamingTableHeader::size +
+                                NameRecord::size * uint64_t(std::max<int16_t>(count, 0));
+    const uint64_t storage = tableOffset + storageOffset;
     const uint64_t before = uint64_t(-int64_t(INT16_MIN));  // the most negative text offset
     const uint64_t textsFirst = storage > before ? storage - before : 0;
     const uint64_t textsEnd = storage + INT16_MAX + kMaxNameLength;

@@ -9,8 +9,26 @@
 #include "support/ByteView.h"
 #include "support/LxString.h"
 
-// The naming table's header: format, count, stringOffset.
-constexpr size_t kNameHeaderSize = 6;
+// The naming table's header; count name records follow it. This reader
+// takes the count, and each record's nameID, length and stringOffset, as
+// signed, as it always has: a value from 0x8000 up is negative.
+struct NamingTableHeader {
+    static constexpr Field<uint16_t> version{0};
+    static constexpr Field<int16_t> count{2};
+    static constexpr Field<uint16_t> storageOffset{4};
+    static constexpr size_t size = 6;
+};
+
+// One name record: which name, in which platform, encoding and language,
+// and where its text lies from the start of the string storage.
+struct NameRecord {
+    static constexpr Field<uint16_t> platformID{0}, encodingID{2}, languageID{4};
+    static constexpr Field<int16_t> nameID{6}, length{8}, stringOffset{10};
+    static constexpr size_t size = 12;
+};
+
+// The header's size under the name the other layers use.
+constexpr size_t kNameHeaderSize = NamingTableHeader::size;
 
 // Assigns value when the target is empty or `force` is set.
 void AssignConditionally(LxString* target, const LxString& value, bool force);

@@ -10,6 +10,7 @@
 #include "resourcefork/ResourceFileAccess.h"
 #include "resourcefork/TypeprobeResourceFile.h"
 #include "files/LxFileSystemParser.h"
+#include "support/Refusal.h"
 
 namespace {
 
@@ -123,6 +124,9 @@ int readPrinterFont(const TypeprobeResourceFile& file, const LxString& path,
     if (!printer) return 6;
     const int status = readPOSTChunks(*printer, out);
     FreeResourceFile(printer);
+    if (status != 0)
+        Refuse("printer font: ", printerPath.str(), " has no text in POST ", kFirstPOSTChunk,
+               " (missing or empty)");
     return status;
 }
 

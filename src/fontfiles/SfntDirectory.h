@@ -6,9 +6,10 @@
 #include <cstdint>
 #include <optional>
 
+#include "fontfiles/SfntLayout.h"
 #include "support/ByteView.h"
 
-// One 16-byte directory record, as read.
+// One table record, as read.
 struct TDirectoryEntry {
     uint32_t tag = 0;
     uint32_t checkSum = 0;
@@ -17,13 +18,14 @@ struct TDirectoryEntry {
     size_t entryOffset = 0;  // where the record itself lies in the font
 };
 
-constexpr size_t kSfntHeaderSize = 12;
-constexpr size_t kDirectoryEntrySize = 16;
+// The record sizes under the names the other layers use.
+constexpr size_t kSfntHeaderSize = OffsetTable::size;
+constexpr size_t kDirectoryEntrySize = TableRecord::size;
 
-constexpr uint32_t kSfntVersionTrueType = 0x00010000;
-constexpr uint32_t kSfntVersionOTTO = 0x4F54544F;  // "OTTO"
-constexpr uint32_t kSfntVersionTrue = 0x74727565;  // "true"
-constexpr uint32_t kCollectionTag = 0x74746366;    // "ttcf"
+// True when the font starts with a version an sfnt has (TrueType, "OTTO",
+// "true", "typ1"). Only such fonts are refused with a reason: other bytes
+// never claimed to be an sfnt.
+bool ClaimsSfnt(ByteView font);
 
 // The first entry whose tag, read as a C string of at most four characters,
 // equals `tag`. An entry counts only when the buffer extends at least one
@@ -37,3 +39,7 @@ bool ValidateDirectoryEntry(const TDirectoryEntry* entry, ByteView font);
 // Presence and validity together: the table's entry when it exists and
 // validates.
 std::optional<TDirectoryEntry> FindValidTable(ByteView font, const char* tag);
+
+// FindValidTable for a table the reader cannot do without: a directory read
+// to its end without it is refused too.
+std::optional<TDirectoryEntry> FindRequiredTable(ByteView font, const char* tag);

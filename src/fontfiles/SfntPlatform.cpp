@@ -4,10 +4,10 @@
 
 int GetPlatformTTF(ByteView font, LxString* platform)
 {
-    if (!platform || font.size() <= 4) return 0;
+    if (!platform || font.size() <= OffsetTable::sfntVersion.end()) return 0;
     *platform = "mac";
     uint32_t version = 0;
-    font.u32(0, version);
+    font.read(0, OffsetTable::sfntVersion, version);
     // A "true"-tagged Mac TrueType font stays "mac".
     if (version != kSfntVersionTrueType && version != kSfntVersionOTTO) return 1;
     for (const char* tag : {"OS/2", "cmap", "name", "post", "maxp", "head", "hhea", "hmtx"}) {

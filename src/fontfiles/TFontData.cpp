@@ -1,20 +1,49 @@
 #include "fontfiles/TFontData.h"
 
 #include <cctype>
+#include <cstdio>
 #include <cstring>
 
 #include "fontfiles/SfntDirectory.h"
+#include "fontfiles/Type1MetaData.h"
 #include "resourcefork/ResourceFileAccess.h"
+#include "support/Refusal.h"
 
 namespace {
 
 constexpr size_t kPSHeaderProbeLength = 117;
+constexpr size_t kCopyrightSearchLength = 60;
+constexpr size_t kQuotedLength = 8;
 
 bool dataForkMagic(TFontData& font, uint32_t wanted)
 {
     if (FileHasFONDsInResourceFork(font.resourceFile) || !font.file) return false;
     uint32_t magic = 0;
-    return font.dataForkPrefix(4).u32(0, magic) && magic == wanted;
+    const ByteView head = font.dataForkPrefix(OffsetTable::sfntVersion.end());
+    return head.read(0, OffsetTable::sfntVersion, magic) && magic == wanted;
+}
+
+// A PFB segment marker or a "%!" comment: bytes that claim to be Type 1.
+bool claimsType1(ByteView head)
+{
+    uint8_t marker = 0;
+    return (head.read(0, PFBSegmentHeader::marker, marker) && marker == kPFBMarker) ||
+           head.startsWith("%!");
+}
+
+// Bytes as a reason quotes them: printable ASCII as it is, others as \xNN.
+std::string quoted(ByteView bytes)
+{
+    std::string text = "\"";
+    for (size_t at = 0; at < bytes.size(); ++at) {
+        uint8_t c = 0;
+        bytes.u8(at, c);
+        char escaped[5];
+        std::snprintf(escaped, sizeof escaped, "\\x%02X", c);
+        const bool plain = c >= 0x20 && c < 0x7F && c != '"' && c != '\\';
+        text += plain ? std::string(1, char(c)) : std::string(escaped);
+    }
+    return text + "\"";
 }
 
 void openDataFork(TFontData& font)
@@ -130,13 +159,56 @@ bool hasValidPSHeader(TFontData& font)
     ByteView head = font.dataForkPrefix(kPSHeaderProbeLength);
     uint32_t length = 0;
     const uint64_t fileSize = font.dataFile.dataFork.length;
-    if (head.size() < kPSHeaderProbeLength || !head.u32(2, length)) return false;
-    // Deliberately narrow: a length word that equals the whole file's length
-    // and the word "copyright" near the start.
-    if (fileSize > UINT32_MAX || length != fileSize) return false;
-    std::string text(head.chars(6, 60));
+    if (head.size() < kPSHeaderProbeLength || !head.read(0, PFBSegmentHeader::length, length)) {
+        if (!claimsType1(head)) return false;
+        return Refuse("Type 1 header: the file has ", head.size(), " bytes, fewer than the ",
+                      kPSHeaderProbeLength, " its check reads");
+    }
+    // Deliberately narrow: a segment length, read most significant byte
+    // first, that equals the whole file's length, and the word "copyright"
+    // near the start.
+    if (fileSize > UINT32_MAX || length != fileSize) {
+        if (!claimsType1(head)) return false;
+        return Refuse("Type 1 header: the segment length at byte ", PFBSegmentHeader::length.offset,
+                      " reads ", length, ", not the file's length ", fileSize,
+                      head.startsWith("%!")
+                          ? " (a \"%!\" text font is known only by a .ps or .pfm name)"
+                          : "");
+    }
+    std::string text(head.chars(PFBSegmentHeader::size, kCopyrightSearchLength));
     for (char& c : text) c = char(std::tolower(static_cast<unsigned char>(c)));
-    return text.find("copyright") != std::string::npos;
+    if (text.find("copyright") != std::string::npos) return true;
+    return Refuse("Type 1 header: no \"copyright\" in the ", kCopyrightSearchLength,
+                  " bytes after the segment header");
+}
+
+void RefuseUnrecognised(TFontData& font, bool hasResourceFork)
+{
+    if (font.isResourceFont || !RefusalLog::Listening()) return;
+    const bool noKind = font.fontType == kFontTypeUnknown;
+    const ByteView head = font.dataForkPrefix(kQuotedLength);
+    uint32_t signature = 0;
+    head.read(0, OffsetTable::sfntVersion, signature);
+    if (noKind && font.extensionKind != kExtensionUnknown) {
+        const char* dot = std::strrchr(font.path, '.');
+        Refuse("kind: no reader takes a file named \"", dot ? dot : "", "\" on its own");
+    } else if (signature == kCollectionTag) {
+        Refuse("collection: the file is one, but only a file named .ttc is read as a collection");
+    } else if (ClaimsSfnt(head)) {
+        // With a font extension the sfnt readers said why; without one only
+        // an "OTTO" font is known by its bytes.
+        if (noKind)
+            Refuse("kind: an sfnt other than \"OTTO\" is read only from a file named .ttf, .otf "
+                   "or .dfont");
+    } else if (noKind && claimsType1(head)) {
+        // The Type 1 header check said why.
+    } else if (head.empty()) {
+        Refuse("no font signature: the file is empty");
+    } else {
+        Refuse("no font signature: the ", hasResourceFork ? "data fork" : "file", " starts with ",
+               quoted(head), "; not an sfnt, a collection, PostScript Type 1 or a resource file",
+               hasResourceFork ? " with font families" : "");
+    }
 }
 
 void getMetaData_FontType(TFontData& font, const ResourceHandle* fond, int16_t style,

@@ -55,6 +55,12 @@ bool has_otf_TrueType_Flag(TFontData& font);
 // "copyright" near the start; or a "typ1" sfnt resource.
 bool hasValidPSHeader(TFontData& font);
 
+// Says why no reader recognised the file, once kind detection and the
+// readers it chose found no face: what its first bytes are, or which rule
+// its name or signature broke. Nothing for a resource-fork font, whose
+// readers speak for themselves.
+void RefuseUnrecognised(TFontData& font, bool hasResourceFork);
+
 // Sets fontType (and extensionKind when the extension is consulted) and the
 // kind name, when one is found.
 void getMetaData_FontType(TFontData& font, const ResourceHandle* fond, int16_t style,

@@ -12,10 +12,12 @@
 #include "fontfiles/SfntDirectory.h"
 #include "containers/MacForks.h"
 #include "support/ByteWriter.h"
+#include "support/Refusal.h"
 
 namespace {
 
-constexpr size_t kMinimumCollectionSize = 13;
+// Deliberately a byte more than the header.
+constexpr size_t kMinimumCollectionSize = TTCHeader::size + 1;
 constexpr int kMaxWriteAttempts = 100;
 constexpr size_t kSumBlock = 4096;
 
@@ -63,18 +65,38 @@ int TrueTypeCollectionFont::ReadIntoMemory()
     // The collection's own data fork, wherever its container keeps it.
     std::optional<SharedBytes> file = MacForks::DataForkBytes(path);
     if (!file) return 4;
-    if (file->empty()) return 3;
-    if (file->size() > UINT32_MAX) return 4;
+    if (file->empty()) {
+        Refuse("collection: the file is empty");
+        return 3;
+    }
+    if (file->size() > UINT32_MAX) {
+        Refuse("collection: ", file->size(), " bytes is more than a collection's offsets reach");
+        return 4;
+    }
     return Adopt(std::move(*file));
 }
 
 int TrueTypeCollectionFont::Adopt(SharedBytes bytes)
 {
     const ByteView view = bytes.view();
-    uint32_t tag = 0, version = 0;
-    if (!view.tag(0, tag) || tag != kCollectionTag) return 2;
-    if (view.size() < kMinimumCollectionSize) return 5;
-    if (!view.u32(4, version) || (version != 0x00010000 && version != 0x00020000)) return 3;
+    uint32_t tag = 0;
+    uint16_t major = 0, minor = 0;
+    if (!view.read(0, TTCHeader::ttcTag, tag) || tag != kCollectionTag) {
+        Refuse("collection: the file starts with \"", view.head(TTCHeader::ttcTag.end()).chars(),
+               "\", not \"ttcf\"");
+        return 2;
+    }
+    if (view.size() < kMinimumCollectionSize) {
+        Refuse("collection: the header needs ", kMinimumCollectionSize, " bytes, the file has ",
+               view.size());
+        return 5;
+    }
+    view.read(0, TTCHeader::majorVersion, major);
+    view.read(0, TTCHeader::minorVersion, minor);
+    if ((major != 1 && major != 2) || minor != 0) {
+        Refuse("collection: version ", major, ".", minor, " is neither 1.0 nor 2.0");
+        return 3;
+    }
     data = std::move(bytes);
     return 0;
 }
@@ -83,7 +105,8 @@ unsigned long TrueTypeCollectionFont::faceCount() const
 {
     uint32_t numFonts = 0;
     if (data.size() < kMinimumCollectionSize) return 0;
-    data.view().u32(8, numFonts);
+    data.view().read(0, TTCHeader::numFonts, numFonts);
+    if (numFonts == 0) Refuse("collection: numFonts is 0, no face to read");
     return numFonts;
 }
 
@@ -115,7 +138,7 @@ const TrueTypeCollectionFont::TableSums& TrueTypeCollectionFont::sumsOf(uint32_t
 
 bool TrueTypeCollectionFont::offsetEntryPastEnd(unsigned long face) const
 {
-    return 12 + 4 * uint64_t(face) + 4 >= data.size();
+    return TTCHeader::tableDirectoryOffsets.at(face).end() >= data.size();
 }
 
 int TrueTypeCollectionFont::LayoutFace(unsigned long face, Face& out) const
@@ -124,39 +147,67 @@ int TrueTypeCollectionFont::LayoutFace(unsigned long face, Face& out) const
     const ByteView collection = data.view();
     const uint64_t size = collection.size();
     if (face >= faceCount()) return 1;
+    const Field<uint32_t> entry = TTCHeader::tableDirectoryOffsets.at(face);
     uint32_t start = 0;
-    if (offsetEntryPastEnd(face) || !collection.u32(12 + 4 * size_t(face), start)) return 5;
+    if (offsetEntryPastEnd(face) || !collection.read(0, entry, start)) {
+        Refuse("collection: numFonts ", faceCount(), " claims offset entry ", face,
+               ", which ends at ", entry.end(), ", not before the end (", size, " bytes)");
+        return 5;
+    }
     uint16_t numTables = 0;
-    if (!(uint64_t(start) + 12 < size) || !collection.u16(size_t(start) + 4, numTables)) return 5;
-    const uint64_t headerSize = kSfntHeaderSize + kDirectoryEntrySize * uint64_t(numTables);
+    if (!(uint64_t(start) + OffsetTable::size < size) ||
+        !collection.read(start, OffsetTable::numTables, numTables)) {
+        if (start >= size)
+            Refuse("collection: offset entry ", face, " points past the end (", start, " of ", size,
+                   " bytes)");
+        else
+            Refuse("collection: face ", face, "'s offset table at ", start,
+                   " runs past the end (", size, " bytes)");
+        return 5;
+    }
+    const uint64_t headerSize = OffsetTable::size + TableRecord::size * uint64_t(numTables);
     auto header = collection.sub(start, size_t(headerSize));
-    if (!header) return 5;
+    if (!header) {
+        Refuse("collection: face ", face, "'s table directory of ", numTables, " entries at ",
+               start, " needs ", headerSize, " bytes, past the end (", size, " bytes)");
+        return 5;
+    }
 
+    auto recordAt = [](uint16_t i) { return OffsetTable::size + TableRecord::size * size_t(i); };
     uint64_t total = headerSize;
     for (uint16_t i = 0; i < numTables; ++i) {
         uint32_t length = 0;
-        header->u32(kSfntHeaderSize + kDirectoryEntrySize * i + 12, length);
+        header->read(recordAt(i), TableRecord::length, length);
         total += paddedLength(length);
     }
     // Deliberately strict: a standalone face is always smaller than the
     // collection that holds it.
-    if (total >= size) return 1;
+    if (total >= size) {
+        Refuse("collection: face ", face, " rebuilds to ", total, " bytes, not fewer than the ",
+               size, " of the collection");
+        return 1;
+    }
 
     Face layout;
     ByteWriter rebuilt;
     rebuilt.bytes(*header);
     uint64_t at = headerSize;
     for (uint16_t i = 0; i < numTables; ++i) {
-        const size_t entry = kSfntHeaderSize + kDirectoryEntrySize * i;
-        uint32_t offset = 0, length = 0;
-        header->u32(entry + 8, offset);
-        header->u32(entry + 12, length);
+        const size_t record = recordAt(i);
+        uint32_t tag = 0, offset = 0, length = 0;
+        header->read(record, TableRecord::offset, offset);
+        header->read(record, TableRecord::length, length);
         const uint64_t padded = paddedLength(length);
-        if (!collection.contains(offset, size_t(padded))) return 5;
+        if (!collection.contains(offset, size_t(padded))) {
+            header->read(record, TableRecord::tableTag, tag);
+            Refuse("collection: face ", face, "'s table '", fourCCString(tag), "' (offset ", offset,
+                   ", padded length ", padded, ") runs past the end (", size, " bytes)");
+            return 5;
+        }
         const TableSums& sums = sumsOf(offset, length);
         layout.tables.push_back({*collection.sub(offset, length), at, padded, sums.paddedCRC});
-        rebuilt.putU32(entry + 4, sums.checkSum);
-        rebuilt.putU32(entry + 8, uint32_t(at));
+        rebuilt.putU32(record + TableRecord::checksum.offset, sums.checkSum);
+        rebuilt.putU32(record + TableRecord::offset.offset, uint32_t(at));
         at += padded;
     }
     layout.header = rebuilt.take();

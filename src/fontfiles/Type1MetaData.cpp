@@ -50,10 +50,11 @@ bool setIfFound(const Type1Text& text, const char* token, LxString* value)
 
 void readHeaderName(const Type1Text& text, const char* delimiters, LxString* value)
 {
-    // The header is looked for from byte 2 on: a POST chunk starts with a
-    // two-byte chunk header before its text.
-    if (text.verbatim.size() > 2)
-        GetDelimitedKeyValue(text.verbatim.substr(2), kHeaderKey, delimiters, value);
+    // The header is looked for past a POST chunk's header, whatever the
+    // text came from.
+    if (text.verbatim.size() > POSTChunkHeader::size)
+        GetDelimitedKeyValue(text.verbatim.substr(POSTChunkHeader::size), kHeaderKey, delimiters,
+                             value);
 }
 
 bool hasWindowsExtension(const LxString& name, const char* const* extensions, size_t count)

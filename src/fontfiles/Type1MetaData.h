@@ -6,7 +6,24 @@
 #include <cstdint>
 #include <string_view>
 
+#include "support/ByteView.h"
 #include "support/LxString.h"
+
+// The six bytes before the text of a PFB segment: a 0x80 marker, the
+// segment's type and its length.
+struct PFBSegmentHeader {
+    static constexpr Field<uint8_t> marker{0}, segmentType{1};
+    static constexpr Field<uint32_t> length{2};
+    static constexpr size_t size = 6;
+};
+constexpr uint8_t kPFBMarker = 0x80;
+
+// The two bytes before the text of a POST resource: the chunk's type and a
+// zero.
+struct POSTChunkHeader {
+    static constexpr Field<uint8_t> type{0}, reserved{1};
+    static constexpr size_t size = 2;
+};
 
 // Type 1 text as the readers see it: the verbatim bytes and a search copy of
 // the same length, lower-cased, with every NUL replaced by "_". Keys are

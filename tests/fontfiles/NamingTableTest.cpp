@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "common/SfntBuilder.h"
+#include "support/Refusal.h"
 
 namespace {
 
@@ -54,20 +55,26 @@ TEST(NamingTable, HostileRecords)
 {
     const auto base = testfonts::fontWithNames({mac(4, "abc"), mac(1, "Fam")});
     const size_t table = 12 + 16, first = table + 6, second = first + 12;
-    const struct { const char* what; size_t at; std::vector<uint8_t> bytes; std::string expected; } cases[] = {
-        {"no naming table", 12, {'n', 'a', 'm', 'f'}, "0:|kept||||"}, {"no records", table + 2, {0, 0}, "0:|kept||||"},
+    const struct { const char* what; size_t at; std::vector<uint8_t> bytes; std::string expected; const char* reason = nullptr; } cases[] = {
+        {"no naming table", 12, {'n', 'a', 'm', 'f'}, "0:|kept||||", "sfnt: no 'name' table among the 1 in the directory"},
+        {"a naming table past the font", 12 + 12, {0, 0, 1, 0}, "0:|kept||||", "sfnt: table 'name' (offset 28, length 256) runs past the end of the font (65 bytes)"},
+        {"a header cut short", 12 + 8, {0, 0, 0, 61, 0, 0, 0, 4}, "0:|kept||||", "name: header at 61 needs 6 bytes, the font has 65"},
+        {"no records", table + 2, {0, 0}, "0:|kept||||", "name: no usable record, count is 0"},
         {"a length of 0x8000 or more is negative: empty", first + 8, {0x80, 0x03}, "1:|Fam||||"},
         // Intended: a negative offset reads from before the string storage,
         // here the second record's length and offset (3, 0, 3, cut at the 0).
         {"a negative offset", first + 10, {0xFF, 0xFD}, "1:|Fam||?|?|?"},
-        {"a string past the font is empty", second + 10, {0x01, 0x00}, "1:|||abc|abc|abc"},
-        {"a count past the records stops at the font's end", table + 2, {0x7F}, "1:|Fam||abc|abc|abc"},
-        {"string storage past the font", table + 4, {0x7F}, "1:|||||"},
+        {"but not from before the font", first + 10, {0x80, 0x00}, "1:|Fam||||", "name: record 0 starts 32710 bytes before the font"},
+        {"a string past the font is empty", second + 10, {0x01, 0x00}, "1:|||abc|abc|abc", "name: record 1 runs past the string storage (3 bytes at 314, the font has 65)"},
+        {"a count past the records stops at the font's end", table + 2, {0x7F}, "1:|Fam||abc|abc|abc", "name: record 2 of 32514 runs past the end of the font"},
+        {"string storage past the font", table + 4, {0x7F}, "1:|||||", "name: record 0 runs past the string storage"},
     };
     for (const auto& c : cases) {
         auto font = base;
         std::copy(c.bytes.begin(), c.bytes.end(), font.begin() + std::ptrdiff_t(c.at));
+        RefusalLog log;
         EXPECT_EQ(Read(font), c.expected) << c.what;
+        EXPECT_TRUE(c.reason ? log.text().find(c.reason) == 0 : log.text().empty()) << c.what << ": " << log.text();
     }
     for (size_t size = 0; size <= base.size(); ++size)  // no read past the buffer
         Read(std::vector<uint8_t>(base.begin(), base.begin() + std::ptrdiff_t(size)));

@@ -9,6 +9,7 @@
 #include "fontfiles/CollectMetaData.h"
 #include "fontfiles/Type1MetaData.h"
 #include "resourcefork/ResourceFileAccess.h"
+#include "support/Refusal.h"
 
 namespace {
 
@@ -102,10 +103,10 @@ TEST(CollectPSMetaDataMac, PrinterFontChunksAreReadUpToTheRules)
     const std::string header = "/FontName /Serif-Bold def\n", familyKey = "/FamilyName (Serif Family) def\n";
     auto post = [](int16_t id, const std::string& text, size_t size = 0) { return TestResource{"POST", id, std::nullopt, Chunk(text, size)}; };
     using Chunks = std::optional<std::vector<TestResource>>;
-    const struct { const char* what; Chunks chunks; int status; const char* family; } cases[] = {  // family "": not read
+    const struct { const char* what; Chunks chunks; int status; const char* family; bool refused = false; } cases[] = {  // family "": not read
         {"printer font missing", std::nullopt, 6, ""},
-        {"no POST 501", Chunks({post(502, header + familyKey)}), -1, ""},
-        {"empty POST 501", Chunks({{"POST", 501, std::nullopt, {}}}), -1, ""},
+        {"no POST 501", Chunks({post(502, header + familyKey)}), -1, "", true},
+        {"empty POST 501", Chunks({{"POST", 501, std::nullopt, {}}}), -1, "", true},
         {"header in 501", Chunks({post(501, header + familyKey, 2048)}), 0, "Serif Family"},
         {"family in 502", Chunks({post(501, header, 2048), post(502, familyKey)}), 0, "Serif Family"},
         {"full-sized 502 ends the walk", Chunks({post(501, header, 2048), post(502, familyKey, 2048)}), 0, "Family.suit"},
@@ -114,7 +115,9 @@ TEST(CollectPSMetaDataMac, PrinterFontChunksAreReadUpToTheRules)
     for (const auto& c : cases) {
         Family family("Serif", OneStyle({"Serif-Bold"}), {}, c.chunks);
         Names n;
+        RefusalLog log;
         EXPECT_EQ(family.Collect(n), c.status) << c.what;
+        EXPECT_EQ(log.text(), c.refused ? "printer font: " + family.dir / "SerifBol" + " has no text in POST 501 (missing or empty)" : "");
         EXPECT_EQ(n.family.str(), c.family) << c.what;
         // The PostScript name from the text or from the FOND; the family's name from the FOND.
         EXPECT_EQ(n.printer.str() + "|" + n.psName.str() + "|" + n.display.str(), family.dir / "SerifBol|Serif-Bold|Serif") << c.what;

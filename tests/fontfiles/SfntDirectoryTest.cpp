@@ -6,6 +6,7 @@
 
 #include "common/SfntBuilder.h"
 #include "fontfiles/SfntPlatform.h"
+#include "support/Refusal.h"
 
 namespace {
 
@@ -25,25 +26,36 @@ TEST(FindSpecifiedTable, ExactTagsAndEntriesInsideTheBuffer)
     const Font bare = testfonts::sfnt(0x00010000, {{"kern", ""}});  // 28 bytes: nothing after the entry
     const Font head = testfonts::sfnt(0x00010000, {{"head", "1234"}}), huge = Patched(head, 0, 4, 0x7FFF0000);
     const Font tagAb = testfonts::sfnt(0x00010000, {{std::string("ab\0\0", 4), "data"}});
-    const struct { const char* what; Font font; const char* tag; bool found; } cases[] = {
+    const Font text = {'H', 'e', 'l', 'l', 'o', ',', ' ', 'w', 'o', 'r', 'l', 'd', '!', '!'};
+    // Only a font that claims to be an sfnt is refused with a reason.
+    const struct { const char* what; Font font; const char* tag; bool found; const char* reason = nullptr; } cases[] = {
         {"exact tag", two, "name", true},
         {"case matters", two, "NAME", false},
         {"case matters with a slash", two, "os/2", false},
         {"a tag with a NUL ends there", tagAb, "ab", true}, {"not past the NUL", tagAb, "ab\x01", false},
-        {"the buffer must reach past the entry", bare, "kern", false},
+        {"the buffer must reach past the entry", bare, "kern", false, "sfnt: table directory of 1 entries fills the whole font (28 bytes)"},
         {"one byte past the entry", Patched(bare, 1), "kern", true},
-        {"twelve bytes find nothing", Font(bare.begin(), bare.begin() + 12), "kern", false},
-        {"a negative count", Patched(head, 0, 4, 0x80000000), "head", false},
-        {"a huge count is bounded by the buffer", huge, "head", true}, {"and finds nothing else", huge, "glyf", false},
+        {"twelve bytes find nothing", Font(bare.begin(), bare.begin() + 12), "kern", false, "sfnt: the font has 12 bytes"},
+        {"a negative count", Patched(head, 0, 4, 0x80000000), "head", false, "sfnt: numTables 32768 is 32768 or more"},
+        {"a huge count is bounded by the buffer", huge, "head", true},
+        {"and finds nothing else", huge, "glyf", false, "sfnt: table directory of 32767 entries needs 524284 bytes, the font has 32"},
+        {"text is no sfnt", text, "name", false},
     };
-    for (const auto& c : cases) EXPECT_EQ(bool(FindSpecifiedTable(ByteView(c.font), c.tag)), c.found) << c.what;
+    for (const auto& c : cases) {
+        RefusalLog log;
+        EXPECT_EQ(bool(FindSpecifiedTable(ByteView(c.font), c.tag)), c.found) << c.what;
+        EXPECT_TRUE(c.reason ? log.text().find(c.reason) == 0 : log.text().empty()) << c.what << ": " << log.text();
+    }
 
     // A valid entry must end within the buffer: "name" ends exactly at its end.
     auto name = FindSpecifiedTable(ByteView(two), "name");
     ASSERT_TRUE(name);
     EXPECT_TRUE(ValidateDirectoryEntry(&*name, ByteView(two)) && !ValidateDirectoryEntry(&*name, ByteView()));
     name->length += 1;
-    EXPECT_FALSE(ValidateDirectoryEntry(&*name, ByteView(two)));
+    RefusalLog log;
+    EXPECT_FALSE(ValidateDirectoryEntry(&*name, ByteView(two)) || FindRequiredTable(ByteView(two), "post"));
+    EXPECT_EQ(log.reasons(), (std::vector<std::string>{"sfnt: table 'name' (offset 48, length 5) runs past the end of the font (52 bytes)",
+                                                        "sfnt: no 'post' table among the 2 in the directory"}));
 }
 
 TEST(GetPlatformTTF, CrossPlatformNeedsEveryRequiredTableValid)

@@ -8,6 +8,7 @@
 #include "common/SfntBuilder.h"
 #include "common/TempFolder.h"
 #include "fontfiles/SfntDirectory.h"
+#include "support/Refusal.h"
 
 namespace {
 
@@ -20,16 +21,20 @@ const std::vector<std::vector<testfonts::Table>> kTwoFaces = {{{"head", "HEADHEA
 TEST(TrueTypeCollectionFont, ReadResults)
 {
     TempFolder dir;
-    const struct { std::vector<uint8_t> bytes; int expected; } cases[] = {
-        {{}, 3}, {{'O', 'T', 'T', 'O', 0, 0, 0, 0, 0, 0, 0, 0, 0, 0}, 2},
-        {{'t', 't', 'c', 'f', 0, 1, 0, 0, 0, 0, 0, 1}, 5},  // 12 bytes
-        {{'t', 't', 'c', 'f', 0, 3, 0, 0, 0, 0, 0, 1, 0}, 3}, {{'t', 't', 'c', 'f', 0, 2, 0, 0, 0, 0, 0, 1, 0}, 0},
+    const struct { std::vector<uint8_t> bytes; int expected; const char* reason; } cases[] = {
+        {{}, 3, "collection: the file is empty"},
+        {{'O', 'T', 'T', 'O', 0, 0, 0, 0, 0, 0, 0, 0, 0, 0}, 2, "collection: the file starts with \"OTTO\", not \"ttcf\""},
+        {{'t', 't', 'c', 'f', 0, 1, 0, 0, 0, 0, 0, 1}, 5, "collection: the header needs 13 bytes, the file has 12"},
+        {{'t', 't', 'c', 'f', 0, 3, 0, 0, 0, 0, 0, 1, 0}, 3, "collection: version 3.0 is neither 1.0 nor 2.0"},
+        {{'t', 't', 'c', 'f', 0, 2, 0, 0, 0, 0, 0, 1, 0}, 0, nullptr},
     };
     for (const auto& c : cases) {
         writeFile(dir / "c.ttc", c.bytes);
+        RefusalLog log;
         TrueTypeCollectionFont font(dir / "c.ttc");
         EXPECT_EQ(font.ReadIntoMemory(), c.expected) << c.bytes.size();
         EXPECT_EQ(font.faceCount(), c.expected == 0 ? 1u : 0u);
+        EXPECT_EQ(log.text(), c.reason ? c.reason : "");
     }
     EXPECT_EQ(TrueTypeCollectionFont(dir / "missing.ttc").ReadIntoMemory(), 4);
 }
@@ -41,23 +46,27 @@ TEST(TrueTypeCollectionFont, RefusesFacesThatReachOutside)
     // at the end: one byte more and it points to face 1.
     const auto bytes = testfonts::collection(kTwoFaces);
     ASSERT_EQ(bytes.size(), 176u);
-    const struct { const char* what; size_t at; uint32_t value; int expected; unsigned long face = 1; size_t extra = 0; } cases[] = {
-        {"a face past the count", 8, 2, 1, 2}, {"rebuilt as large as the collection", 100 + 12, 104, 1},
-        {"a table running past the end", 100 + 12, 100, 5},
-        {"a table offset past the end", 100 + 8, 0x7FFFFFF0, 5},
-        {"a face offset past the end", 16, 0xFFFFFFF0, 5},
-        {"a face header past the end", 16, 176 - 12, 5},
-        {"an offset entry ending at the end", 172, 88, 5, 40},
-        {"an offset entry ending a byte before the end", 172, 88, 0, 40, 1},
+    const struct { const char* what; size_t at; uint32_t value; int expected; const char* reason; unsigned long face = 1; size_t extra = 0; } cases[] = {
+        {"a face past the count", 8, 2, 1, nullptr, 2}, {"no face at all", 8, 0, 1, "collection: numFonts is 0", 0},
+        {"rebuilt as large as the collection", 100 + 12, 104, 1, "collection: face 1 rebuilds to 176 bytes, not fewer than the 176"},
+        {"a table running past the end", 100 + 12, 100, 5, "collection: face 1's table 'head' (offset 148, padded length 100) runs past the end (176 bytes)"},
+        {"a table offset past the end", 100 + 8, 0x7FFFFFF0, 5, "collection: face 1's table 'head' (offset 2147483632"},
+        {"a face offset past the end", 16, 0xFFFFFFF0, 5, "collection: offset entry 1 points past the end (4294967280 of 176 bytes)"},
+        {"a face header past the end", 16, 176 - 12, 5, "collection: face 1's offset table at 164 runs past the end (176 bytes)"},
+        {"a face directory past the end", 88 + 4, 0x00100000, 5, "collection: face 1's table directory of 16 entries at 88 needs 268 bytes"},
+        {"an offset entry ending at the end", 172, 88, 5, "collection: numFonts 64 claims offset entry 40, which ends at 176, not before the end", 40},
+        {"an offset entry ending a byte before the end", 172, 88, 0, nullptr, 40, 1},
     };
     for (const auto& c : cases) {
         ByteWriter patched;
         patched.bytes(ByteView(bytes.data(), bytes.size())).zeros(c.extra).putU32(8, 64);
         patched.putU32(c.at, c.value);
+        RefusalLog log;
         TrueTypeCollectionFont font(patched.data());
         std::vector<char> face(1);
         EXPECT_EQ(font.GetDataPtrForFace(c.face, face), c.expected) << c.what;
         EXPECT_EQ(face.size(), c.expected ? 0u : 88u) << c.what;
+        EXPECT_TRUE(c.reason ? log.text().find(c.reason) == 0 : log.text().empty()) << c.what << ": " << log.text();
     }
 }
 
