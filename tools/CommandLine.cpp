@@ -40,9 +40,11 @@ const std::vector<ManSection> kSections = {
 
 const char* const kIdentifyFooter =
     "Folders are walked recursively in name order; files in them that are not fonts are "
-    "skipped quietly, while a file named directly that is not a font is an error; --explain "
-    "adds the reader's reason to its line (\"not a font: collection: offset entry 3 points "
-    "past the end ...\") and to the json error field. Output "
+    "skipped quietly, while a file named directly that is not a font is an error. --explain "
+    "adds the readers' reasons to its line (\"not a font: collection: offset entry 3 points "
+    "past the end ...\") and to the json error field, says why each file met in a folder "
+    "is not a font, and which parts of a font were refused (a line \"partly refused: ...\", "
+    "the json field refused); these lines are not errors. Output "
     "follows the order of the command line whatever the number of jobs. The table shows the "
     "PostScript name, kind, family, foundry, version, platform and checksum unless "
     "--attributes chooses the columns; the other formats carry every attribute read. A "
@@ -98,7 +100,7 @@ void AddIdentify(CLI::App& app, IdentifyOptions& options)
         ->type_name("LIST")
         ->allow_extra_args(false);
     command->add_flag("--explain", options.explain,
-                      "Say why each file named that is not a font was refused");
+                      "Say why a file, or a part of one, was refused");
     AddRunOptions(*command, options.run, options.quiet);
     command->footer(Wrapped(kIdentifyFooter));
 }

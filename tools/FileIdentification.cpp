@@ -39,8 +39,6 @@ void Identify(FileReport& report, const IdentifyRequest& request)
     auto file = FontFile::Open(report.task.path, request.mask);
     if (!file) {
         Diagnose(report);
-        if (request.explain && report.outcome == FileReport::Outcome::NoFace)
-            report.reason = NoFaceReason(report.task.path);
         return;
     }
     report.faces = file->faces();
@@ -52,6 +50,14 @@ void Identify(FileReport& report, const IdentifyRequest& request)
 }
 
 }  // namespace
+
+std::string FileReport::notice() const
+{
+    if (reason.empty()) return {};
+    if (outcome == Outcome::Faces) return "partly refused: " + reason;
+    if (outcome == Outcome::NoFace && !task.named) return "not a font: " + reason;
+    return {};
+}
 
 std::string FileReport::problem() const
 {
@@ -72,6 +78,8 @@ FileReport IdentifyFile(const FileTask& task, const IdentifyRequest& request)
     report.task = task;
     try {
         Identify(report, request);
+        if (request.explain && report.outcome != FileReport::Outcome::Unreadable)
+            report.reason = RefusalReasons(report.task.path);
     } catch (const std::exception& error) {
         report.outcome = FileReport::Outcome::Failed;
         report.message = std::string("identification failed: ") + error.what();

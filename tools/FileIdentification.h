@@ -27,13 +27,17 @@ struct FileReport {
     FileTask task;
     Outcome outcome = Outcome::NoFace;
     std::string message;
-    std::string reason;  // why the library found no face, when asked
+    std::string reason;  // why the library refused the file or a part, when asked
     std::vector<Face> faces;
     std::string representation;  // the document asked for, when there are faces
 
     // The line to report, empty when the outcome is not worth one (a file
     // without a face met in a folder).
     std::string problem() const;
+    // When the reasons were asked for: a line about a file with faces of
+    // which the library refused a part, or about a file met in a folder that
+    // is not a font; else empty. Not an error.
+    std::string notice() const;
 };
 
 FileReport IdentifyFile(const FileTask& task, const IdentifyRequest& request);

@@ -24,10 +24,10 @@ Summary RunFiles(const std::vector<std::string>& paths, const IdentifyRequest& r
     runner.run(
         files.size(),
         [&](size_t, FileReport&& report) {
-            const std::string problem = report.problem();
-            if (!problem.empty()) {
+            for (const std::string& line : {report.problem(), report.notice()}) {
+                if (line.empty()) continue;
                 progress.clear();
-                ReportProblem(report.task.path, problem);
+                ReportProblem(report.task.path, line);
             }
             summary.add(report);
             deliver(report);

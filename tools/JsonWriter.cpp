@@ -14,10 +14,12 @@ public:
     void file(const FileReport& report) override
     {
         const std::string problem = report.problem();
-        if (report.faces.empty() && problem.empty()) return;  // quietly skipped
+        const bool refused = !report.notice().empty();
+        if (report.faces.empty() && problem.empty() && !refused) return;  // quietly skipped
         nlohmann::ordered_json entry;
         entry["path"] = report.task.path;
         if (!problem.empty()) entry["error"] = problem;
+        if (refused) entry["refused"] = report.reason;
         entry["faces"] = nlohmann::ordered_json::array();
         for (const Face& face : report.faces) entry["faces"].push_back(FaceJson(face));
         files_.push_back(std::move(entry));

@@ -24,7 +24,7 @@ std::optional<std::vector<std::string>> Styles(const std::string& first,
 std::optional<std::string> XmlRepresentation(TP_FontArray* array);
 std::optional<std::string> PropertyListRepresentation(TP_FontArray* array);
 
-// TP_ExplainNoFace, whole: why the library finds no face in the file.
-std::string NoFaceReason(const std::string& path);
+// TP_ExplainRefusals, whole: why the library refused the file or parts of it.
+std::string RefusalReasons(const std::string& path);
 
 }  // namespace tpcli

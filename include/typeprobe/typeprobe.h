@@ -68,13 +68,14 @@ enum {
 TP_API unsigned long TP_CreateSpecifier(const char* path, unsigned long reserved,
                                         unsigned long attributeMask, TP_FontArray** result);
 
-/* Why TP_CreateSpecifier finds no face in the file at `path`: identifies it
- * again, noting where each reader refused what it read ("collection: offset
- * entry 3 points past the end ..."), and copies the reasons, "; " between
- * them, by the copy-out rule (see the accessors). The text is empty when the
- * file has a face. Returns 1 when `path` or `buffer` is null, else 0. Only
- * this call listens for reasons: TP_CreateSpecifier pays nothing for them. */
-TP_API unsigned long TP_ExplainNoFace(const char* path, char* buffer, int bufferLength);
+/* Why TP_CreateSpecifier finds no face, or fewer faces than the file holds,
+ * in the file at `path`: identifies it again, noting where each reader
+ * refused what it read ("collection: offset entry 3 points past the end
+ * ..."), and copies the reasons, "; " between them, by the copy-out rule (see
+ * the accessors). The text is empty when nothing was refused. Returns 1 when
+ * `path` or `buffer` is null, else 0. Only this call listens for reasons:
+ * TP_CreateSpecifier pays nothing for them. */
+TP_API unsigned long TP_ExplainRefusals(const char* path, char* buffer, int bufferLength);
 
 /* ---- Splitting a TrueType collection ---- */
 

@@ -16,7 +16,7 @@ std::string explain(const char* path)
     try {
         if (TP_CreateSpecifier(path, 0, kTP_AllAttributes, &array) == kTP_Success) {
             TP_SpecifierFree(array);
-            return {};
+            return log.text();
         }
     } catch (const std::exception& error) {
         Refuse("identification stopped: ", error.what());
@@ -28,7 +28,7 @@ std::string explain(const char* path)
 
 extern "C" {
 
-TP_API unsigned long TP_ExplainNoFace(const char* path, char* buffer, int bufferLength)
+TP_API unsigned long TP_ExplainRefusals(const char* path, char* buffer, int bufferLength)
 {
     if (!path || !buffer) return kTP_NullArgumentOrNotFound;
     CopyOut(explain(path), buffer, bufferLength);

@@ -112,6 +112,8 @@ TEST(Exports, ArrayFunctionsResultCodes)
     EXPECT_EQ(TP_SpecifierFree(nullptr), 1u);
     EXPECT_EQ(TP_SpecifierFree(new TP_FontArray(two)), 0u);
     TP_GetTypeprobeVersion(nullptr, nullptr);  // null outputs are skipped
+    char reason[8];
+    EXPECT_EQ(TP_ExplainRefusals(nullptr, reason, 8) + TP_ExplainRefusals("x", nullptr, 8), 2u);
 }
 
 TEST(Exports, FontIndexForFONDResourceID)

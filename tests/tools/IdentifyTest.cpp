@@ -7,6 +7,7 @@
 #include <set>
 
 #include "ToolRun.h"
+#include "common/FileIO.h"
 #include "common/Oracle.h"
 #include "common/TempFolder.h"
 #include "typeprobe/typeprobe.h"
@@ -92,6 +93,38 @@ TEST(Identify, NoFaceIsStillADocument)
         EXPECT_EQ(run.status, 1) << format;
         EXPECT_EQ(run.out, out) << format;
     }
+}
+
+// --explain: each file refused for its own reason says which; a font of
+// which a part was refused keeps its faces and says which part.
+TEST(Identify, ExplainSaysWhichRuleRefusedTheFile)
+{
+    TempFolder dir;
+    const std::vector<uint8_t> sans = testfiles::readFile(kSans);
+    const auto collection = [&](uint32_t second) {
+        std::vector<uint8_t> bytes = {'t', 't', 'c', 'f', 0, 1, 0, 0, 0, 0, 0, 2, 0, 0, 0, 20};
+        for (int shift = 24; shift >= 0; shift -= 8) bytes.push_back(uint8_t(second >> shift));
+        bytes.insert(bytes.end(), sans.begin(), sans.end());
+        return bytes;
+    };
+    std::vector<uint8_t> dfont = testfiles::readFile(MacCorpus("dfont/DejaVuSans.dfont"));
+    const size_t map = size_t(dfont[4]) << 24 | size_t(dfont[5]) << 16 | size_t(dfont[6]) << 8 | dfont[7];
+    dfont.at(map + 25) = 4;  // the type list would start inside the map's own header
+    testfiles::writeFile(dir / "cut.ttf", std::vector<uint8_t>(sans.begin(), sans.begin() + 5000));
+    testfiles::writeFile(dir / "partly.ttc", collection(0x7FFFFFFF));
+    testfiles::writeFile(dir / "map.dfont", dfont);
+    testfiles::writeFile(dir / "notes.ttf", std::vector<uint8_t>{'H', 'e', 'l', 'l', 'o', ',', ' ', 'w', 'o', 'r', 'l', 'd'});
+    const Strings expected = At({"typeprobe: @/cut.ttf: not a font: sfnt: table 'name' (offset 680660, length 15624) runs past the end",
+                                 "typeprobe: @/map.dfont: not a font: resource map: type list offset",
+                                 "typeprobe: @/notes.ttf: not a font: no font signature: the file starts with \"Hello, w\"",
+                                 "typeprobe: @/partly.ttc: partly refused: collection: offset entry 1 points past the end"},
+                                dir.path());
+    const Strings lines = Lines(Typeprobe({"identify", "-q", "--explain", "-a", "kind", dir.path()}).err);
+    ASSERT_EQ(lines.size(), expected.size()) << Typeprobe({"identify", "--explain", dir.path()}).err;
+    for (size_t i = 0; i < lines.size(); ++i) EXPECT_EQ(lines[i].substr(0, expected[i].size()), expected[i]);
+    const nlohmann::json json = Typeprobe({"identify", "-q", "--explain", "-f", "json", dir / "cut.ttf", dir / "partly.ttc"}).json();
+    EXPECT_EQ(json["files"][0]["error"].get<std::string>().substr(0, 17), "not a font: sfnt:");
+    EXPECT_EQ(json["files"][1]["refused"].get<std::string>().substr(0, 27), "collection: offset entry 1 ");
 }
 
 TEST(Identify, AttributesChooseTheKeysAndTheColumns)
