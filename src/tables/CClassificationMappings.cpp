@@ -32,20 +32,8 @@ std::optional<std::string> lowerCased(const std::string& utf8)
 
 CClassificationMappings* CClassificationMappings::GetSharedClassificationMappings()
 {
-    // Never destroyed: the table lives as long as the process.
-    static CClassificationMappings* const shared = [] {
-        auto* mappings = new CClassificationMappings();
-        mappings->LoadMappings();
-        return mappings;
-    }();
-    return shared;
-}
-
-CClassificationMappings::CClassificationMappings() = default;
-
-CClassificationMappings::~CClassificationMappings()
-{
-    if (table_) plist_free(table_);
+    return ProcessWideTable<CClassificationMappings>(
+        [](CClassificationMappings& mappings) { mappings.LoadMappings(); });
 }
 
 void CClassificationMappings::LoadMappings()
@@ -55,15 +43,7 @@ void CClassificationMappings::LoadMappings()
 
 void CClassificationMappings::LoadMappingsFromFile(const std::string& path)
 {
-    if (table_) plist_free(table_);
-    table_ = path.empty() ? nullptr
-                          : XCFUtils::XCFCreateCFPropertyListFromPath(
-                                path.c_str(), XCFUtils::kPropertyListMutableContainersAndLeaves);
-    if (table_ && plist_get_node_type(table_) != PLIST_DICT) {
-        // A table of the wrong shape is as unreadable as a broken file.
-        plist_free(table_);
-        table_ = nullptr;
-    }
+    table_ = LoadTableFile(path, PLIST_DICT, XCFUtils::kPropertyListMutableContainersAndLeaves);
     if (!table_) return;
     ReplaceDefaultClassification(u"None", u"--");
 }
@@ -75,7 +55,7 @@ long CClassificationMappings::ReplaceDefaultClassification(const PlatformString&
     auto oldText = TextEncoding::UTF16ToUTF8(oldName);
     auto newText = TextEncoding::UTF16ToUTF8(newName);
     if (!oldText || !newText) return 0;
-    plist_t list = XCFUtils::GetCFArrayFromDict(table_, "Default Classifications");
+    plist_t list = XCFUtils::GetCFArrayFromDict(table_.get(), "Default Classifications");
     long replaced = 0;
     uint32_t count = TableArraySize(list);
     for (uint32_t i = 0; i < count; ++i) {
@@ -96,7 +76,7 @@ LxString CClassificationMappings::GetClassNameFromFontFamily(const LxString& fam
     auto key = lowerCased(family.str());
     if (!key) return result;
     plist_t mappings = nullptr;
-    if (!XCFUtils::GetCFTypeFromDict(table_, "Mappings", PLIST_DICT, mappings)) return result;
+    if (!XCFUtils::GetCFTypeFromDict(table_.get(), "Mappings", PLIST_DICT, mappings)) return result;
     std::string name;
     if (TableString(plist_dict_get_item(mappings, key->c_str()), kClassNameBufferSize, name))
         result = LxString(name);
@@ -107,7 +87,7 @@ void CClassificationMappings::GetListOfBuiltinClasses(std::vector<LxString>& lis
 {
     list.clear();
     if (!table_) return;
-    plist_t classes = XCFUtils::GetCFArrayFromDict(table_, "Default Classifications");
+    plist_t classes = XCFUtils::GetCFArrayFromDict(table_.get(), "Default Classifications");
     uint32_t count = TableArraySize(classes);
     for (uint32_t i = 0; i < count; ++i) {
         std::string name;

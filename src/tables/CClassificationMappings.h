@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "support/LxString.h"
+#include "tables/TableValues.h"
 #include "support/TextEncoding.h"
 
 class CClassificationMappings {
@@ -17,8 +18,7 @@ public:
     // when several threads make it at once) and kept for good.
     static CClassificationMappings* GetSharedClassificationMappings();
 
-    CClassificationMappings();
-    ~CClassificationMappings();
+    CClassificationMappings() = default;
     CClassificationMappings(const CClassificationMappings&) = delete;
     CClassificationMappings& operator=(const CClassificationMappings&) = delete;
 
@@ -39,5 +39,5 @@ public:
     static LxString GetUnknownClassificationName();
 
 private:
-    plist_t table_ = nullptr;
+    PlistHolder table_;
 };

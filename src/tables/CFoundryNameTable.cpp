@@ -63,20 +63,7 @@ bool entryFoundryName(plist_t entry, LxString& out)
 
 CFoundryNameTable* CFoundryNameTable::GetSharedFoundryNameTable()
 {
-    // Never destroyed: the table lives as long as the process.
-    static CFoundryNameTable* const shared = [] {
-        auto* table = new CFoundryNameTable();
-        table->LoadTable();
-        return table;
-    }();
-    return shared;
-}
-
-CFoundryNameTable::CFoundryNameTable() = default;
-
-CFoundryNameTable::~CFoundryNameTable()
-{
-    if (table_) plist_free(table_);
+    return ProcessWideTable<CFoundryNameTable>([](CFoundryNameTable& table) { table.LoadTable(); });
 }
 
 void CFoundryNameTable::LoadTable()
@@ -88,19 +75,11 @@ void CFoundryNameTable::LoadTable()
 void CFoundryNameTable::LoadTableFromFiles(const std::string& tablePath,
                                            const std::string& questionableCodesPath)
 {
-    if (table_) plist_free(table_);
-    table_ = tablePath.empty() ? nullptr
-                               : XCFUtils::XCFCreateCFPropertyListFromPath(
-                                     tablePath.c_str(), XCFUtils::kPropertyListImmutable);
-    if (table_ && plist_get_node_type(table_) != PLIST_ARRAY) {
-        // A table of the wrong shape is as unreadable as a broken file.
-        plist_free(table_);
-        table_ = nullptr;
-    }
+    table_ = LoadTableFile(tablePath, PLIST_ARRAY, XCFUtils::kPropertyListImmutable);
     patterns_.clear();
-    const uint32_t count = TableArraySize(table_);
+    const uint32_t count = TableArraySize(table_.get());
     for (uint32_t i = 0; i < count; ++i) {
-        plist_t entry = plist_array_get_item(table_, i);
+        plist_t entry = plist_array_get_item(table_.get(), i);
         NamePattern pattern;
         if (plist_get_node_type(entry) != PLIST_DICT ||
             !TableString(XCFUtils::GetCFStringFromDict(entry, "Pattern"), pattern.pattern))
@@ -121,9 +100,9 @@ bool CFoundryNameTable::IsKnownCreatorCode(uint32_t creatorCode, LxString& found
 {
     if (creatorCode == 0) return false;
     const LxString code(creatorCodeText(creatorCode));
-    uint32_t count = TableArraySize(table_);
+    uint32_t count = TableArraySize(table_.get());
     for (uint32_t i = 0; i < count && foundry.empty(); ++i) {
-        plist_t entry = plist_array_get_item(table_, i);
+        plist_t entry = plist_array_get_item(table_.get(), i);
         if (plist_get_node_type(entry) != PLIST_DICT) continue;
         plist_t codes = XCFUtils::GetCFArrayFromDict(entry, "CreatorCode");
         uint32_t codeCount = TableArraySize(codes);

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "support/LxString.h"
+#include "tables/TableValues.h"
 
 class CFoundryNameTable {
 public:
@@ -17,8 +18,7 @@ public:
     // when several threads make it at once) and kept for good.
     static CFoundryNameTable* GetSharedFoundryNameTable();
 
-    CFoundryNameTable();
-    ~CFoundryNameTable();
+    CFoundryNameTable() = default;
     CFoundryNameTable(const CFoundryNameTable&) = delete;
     CFoundryNameTable& operator=(const CFoundryNameTable&) = delete;
 
@@ -50,7 +50,7 @@ private:
         LxString foundry;
     };
 
-    plist_t table_ = nullptr;
+    PlistHolder table_;
     std::vector<NamePattern> patterns_;
     std::vector<uint32_t> questionableCodes_;
 };

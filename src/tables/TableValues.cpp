@@ -2,6 +2,8 @@
 
 #include <cstdint>
 
+#include "support/XCFUtils.h"
+
 bool TableString(plist_t node, size_t bufferSize, std::string& out)
 {
     if (!node || plist_get_node_type(node) != PLIST_STRING) return false;
@@ -21,4 +23,12 @@ uint32_t TableArraySize(plist_t array)
 {
     if (!array || plist_get_node_type(array) != PLIST_ARRAY) return 0;
     return plist_array_get_size(array);
+}
+
+PlistHolder LoadTableFile(const std::string& path, plist_type rootType, int options)
+{
+    if (path.empty()) return nullptr;
+    PlistHolder table(XCFUtils::XCFCreateCFPropertyListFromPath(path.c_str(), options));
+    if (table && plist_get_node_type(table.get()) != rootType) table.reset();
+    return table;
 }
