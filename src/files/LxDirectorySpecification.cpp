@@ -105,24 +105,14 @@ bool itemExists(const std::string& path)
 
 int LxDirectorySpecification::MacGetFSRef(FSRef& ref) const
 {
-    if (!fsRefValid_) {
-        if (!itemExists(path_.str())) return MacError::fnfErr;
-        fsRef_.path = path_.str();
-        fsRefValid_ = true;
-    }
-    ref = fsRef_;
-    return 0;
+    const bool exists = fsRefValid_ || itemExists(path_.str());
+    return SpecificationHelpers::CachedRecord(path_.str(), exists, fsRef_, fsRefValid_, ref);
 }
 
 int LxDirectorySpecification::MacGetFSSpec(FSSpec& out) const
 {
-    if (!fsSpecValid_) {
-        if (!itemExists(path_.str())) return MacError::fnfErr;
-        fsSpec_.path = path_.str();
-        fsSpecValid_ = true;
-    }
-    out = fsSpec_;
-    return 0;
+    const bool exists = fsSpecValid_ || itemExists(path_.str());
+    return SpecificationHelpers::CachedRecord(path_.str(), exists, fsSpec_, fsSpecValid_, out);
 }
 
 void LxDirectorySpecification::AddDelimiter(LxFileSpecification& file)

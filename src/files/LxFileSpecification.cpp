@@ -209,24 +209,14 @@ std::optional<PlatformString> LxFileSpecification::CopyPath(long pathStyle) cons
 
 int LxFileSpecification::MacGetFSRef(FSRef& ref) const
 {
-    if (!fsRefValid_) {
-        if (!SpecificationHelpers::LogicalFileExists(path_.str())) return MacError::fnfErr;
-        fsRef_.path = path_.str();
-        fsRefValid_ = true;
-    }
-    ref = fsRef_;
-    return 0;
+    const bool exists = fsRefValid_ || SpecificationHelpers::LogicalFileExists(path_.str());
+    return SpecificationHelpers::CachedRecord(path_.str(), exists, fsRef_, fsRefValid_, ref);
 }
 
 int LxFileSpecification::MacGetFSSpec(FSSpec& out) const
 {
-    if (!fsSpecValid_) {
-        if (!SpecificationHelpers::LogicalFileExists(path_.str())) return MacError::fnfErr;
-        fsSpec_.path = path_.str();
-        fsSpecValid_ = true;
-    }
-    out = fsSpec_;
-    return 0;
+    const bool exists = fsSpecValid_ || SpecificationHelpers::LogicalFileExists(path_.str());
+    return SpecificationHelpers::CachedRecord(path_.str(), exists, fsSpec_, fsSpecValid_, out);
 }
 
 void LxFileSpecification::MacGetTypeAndCreator(unsigned long& type, unsigned long& creator) const

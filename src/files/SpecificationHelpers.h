@@ -4,8 +4,9 @@
 #include <optional>
 #include <string>
 
-#include "support/LxString.h"
 #include "files/PlatformFileRefs.h"
+#include "support/LxString.h"
+#include "support/MacErrors.h"
 
 class LxFileSpecification;
 class LxDirectorySpecification;
@@ -30,5 +31,19 @@ int CopyToUniStr(const std::string& text, HFSUniStr255& out);
 std::string CurrentFolder();
 // "file://" and the absolute path, percent-escaped; nothing for empty text.
 std::optional<LxString> FileURL(const std::string& path);
+
+// A specification's FSRef or FSSpec: made from its path once the item is
+// found to exist, then kept; fnfErr while it does not exist.
+template <typename Record>
+int CachedRecord(const std::string& path, bool exists, Record& cache, bool& valid, Record& out)
+{
+    if (!valid) {
+        if (!exists) return MacError::fnfErr;
+        cache.path = path;
+        valid = true;
+    }
+    out = cache;
+    return 0;
+}
 
 }  // namespace SpecificationHelpers
