@@ -228,4 +228,26 @@ TEST(FOND, DoubleByteFamilyIDsAndNameEncodings)
     }
 }
 
+TEST(FOND, PurgingAndPromotingEditTheTableAndTheStyleNames)
+{
+    // Styles 0, 1 (bold: "Times" and string 3) and 2; the style table after the entries.
+    std::vector<int8_t> codes(48, 0);
+    codes[1] = 2;
+    const Bytes family = BuildFond({.entries = {{12, 0, 200}, {12, 1, 201}, {0, 2, 202}}, .nameCodes = codes,
+                                    .strings = {"Times", "\x03", "-Bold"}});
+    TempDir dir;
+    WriteFile(dir / "f.dfont", ResourceFile({{"FOND", 1, "Times", family}, {"NFNT", 201, std::nullopt, Text("strike")}}));
+    auto file = TypeprobeResourceFile::initWithFile(dir / "f.dfont", false);
+    ASSERT_TRUE(file);
+    auto purged = file->getResourceHandleForType(fourCC("FOND"), 1), promoted = file->getResourceHandleForType(fourCC("FOND"), 1);
+    file->purgeFromFOND(purged.get(), {1}, true);
+    EXPECT_EQ(file->getSortedStylesForFOND(purged.get()), (std::vector<int16_t>{0, 2}));
+    EXPECT_EQ(std::make_pair(purged->size(), file->getStyleOffsetFromFOND(purged.get())), std::make_pair(family.size() - 6, uint32_t(54 + 12)));
+    EXPECT_EQ(file->getPostScriptNameForFOND(purged.get(), 0).str(), "Times");  // the table moved with its offset
+    EXPECT_EQ(file->countResType(fourCC("NFNT")), 0);
+    file->promoteFOND(promoted.get(), 1);
+    EXPECT_EQ(promoted->name + " " + file->getPostScriptNameForFOND(promoted.get(), 0).str(), "Times-Bold Times-Bold");
+    EXPECT_EQ(file->getSortedNFNTsForFOND(promoted.get(), 0), (std::vector<int16_t>{200, 201}));
+}
+
 }  // namespace
