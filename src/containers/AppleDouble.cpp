@@ -57,13 +57,12 @@ std::optional<Container> Parse(ByteView table, uint64_t containerSize, uint32_t 
 {
     auto length = TableLength(table, magic);
     if (!length) return std::nullopt;
+    const size_t count = (*length - Header::size) / EntryDescriptor::size;
     if (*length > containerSize)
-        return Refuse(formatName(magic), ": ", (*length - Header::size) / EntryDescriptor::size,
-                      " entry descriptors need ", *length, " bytes, the file holds ",
-                      containerSize);
+        return Refuse(formatName(magic), ": ", count, " entry descriptors need ", *length,
+                      " bytes, the file holds ", containerSize);
     Container container;
     container.magic = magic;
-    const size_t count = (*length - Header::size) / EntryDescriptor::size;
     container.entries.reserve(count);
     for (size_t i = 0; i < count; ++i) {
         Entry entry;

@@ -38,8 +38,8 @@ bool hasSignature(ByteView header)
     return header.read(0, Fields::signature, signature) && signature == fourCC("mBIN");
 }
 
-// A rule broken: said when the header claims to be MacBinary, for another
-// file is simply not one.
+// A broken rule: a refusal when the header claims to be MacBinary; any
+// other file is simply not one.
 template <typename... Parts>
 bool broken(bool claimed, const Parts&... reason)
 {
