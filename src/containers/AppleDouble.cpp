@@ -3,17 +3,25 @@
 #include <limits>
 
 #include "support/ByteWriter.h"
+#include "support/Refusal.h"
 
 namespace AppleDouble {
 
 namespace {
 
-constexpr size_t kVersionOffset = 4;
-constexpr size_t kCountOffset = 24;
-
 bool knownVersion(uint32_t version)
 {
     return version == kVersion1 || version == kVersion2;
+}
+
+const char* formatName(uint32_t magic)
+{
+    return magic == kAppleSingleMagic ? "AppleSingle" : "AppleDouble";
+}
+
+size_t descriptorAt(size_t index)
+{
+    return Header::size + index * EntryDescriptor::size;
 }
 
 uint64_t entryEnd(const Entry& entry)
@@ -34,27 +42,39 @@ std::optional<size_t> TableLength(ByteView prefix, uint32_t magic)
 {
     uint32_t foundMagic = 0, version = 0;
     uint16_t count = 0;
-    if (!prefix.u32(0, foundMagic) || !prefix.u32(kVersionOffset, version) ||
-        !prefix.u16(kCountOffset, count))
+    if (!prefix.read(0, Header::magicNumber, foundMagic) || foundMagic != magic)
         return std::nullopt;
-    if (foundMagic != magic || !knownVersion(version)) return std::nullopt;
-    return kHeaderSize + size_t(count) * kEntrySize;
+    if (!prefix.read(0, Header::versionNumber, version) ||
+        !prefix.read(0, Header::numberOfEntries, count))
+        return Refuse(formatName(magic), ": header cut short (", prefix.size(), " of ",
+                      Header::size, " bytes)");
+    if (!knownVersion(version))
+        return Refuse(formatName(magic), ": unknown version number 0x", std::hex, version);
+    return descriptorAt(count);
 }
 
 std::optional<Container> Parse(ByteView table, uint64_t containerSize, uint32_t magic)
 {
     auto length = TableLength(table, magic);
-    if (!length || *length > containerSize) return std::nullopt;
+    if (!length) return std::nullopt;
+    const size_t count = (*length - Header::size) / EntryDescriptor::size;
+    if (*length > containerSize)
+        return Refuse(formatName(magic), ": ", count, " entry descriptors need ", *length,
+                      " bytes, the file holds ", containerSize);
     Container container;
     container.magic = magic;
-    ByteReader reader(table, kHeaderSize);
-    size_t count = (*length - kHeaderSize) / kEntrySize;
     container.entries.reserve(count);
     for (size_t i = 0; i < count; ++i) {
         Entry entry;
-        if (!reader.u32(entry.id) || !reader.u32(entry.offset) || !reader.u32(entry.length))
-            return std::nullopt;
-        if (entryEnd(entry) > containerSize) return std::nullopt;
+        const size_t at = descriptorAt(i);
+        if (!table.read(at, EntryDescriptor::entryID, entry.id) ||
+            !table.read(at, EntryDescriptor::entryOffset, entry.offset) ||
+            !table.read(at, EntryDescriptor::entryLength, entry.length))
+            return Refuse(formatName(magic), ": entry descriptor ", i, " cut short");
+        if (entryEnd(entry) > containerSize)
+            return Refuse(formatName(magic), ": entry ", i, " (ID ", entry.id, ", offset ",
+                          entry.offset, ", length ", entry.length,
+                          ") runs past the end of the file (", containerSize, " bytes)");
         container.entries.push_back(entry);
     }
     return container;
@@ -63,7 +83,9 @@ std::optional<Container> Parse(ByteView table, uint64_t containerSize, uint32_t 
 bool ReadTypeAndCreator(ByteView finderInfo, uint32_t& type, uint32_t& creator)
 {
     uint32_t foundType = 0, foundCreator = 0;
-    if (!finderInfo.tag(0, foundType) || !finderInfo.tag(4, foundCreator)) return false;
+    if (!finderInfo.read(0, FinderInfo::fdType, foundType) ||
+        !finderInfo.read(0, FinderInfo::fdCreator, foundCreator))
+        return false;
     type = foundType;
     creator = foundCreator;
     return true;
@@ -76,7 +98,7 @@ std::optional<std::vector<uint8_t>> ReplaceEntry(ByteView container, uint32_t ma
     if (!parsed) return std::nullopt;
     const Entry* target = parsed->find(id);
     if (!target || bytes.size() > std::numeric_limits<uint32_t>::max()) return std::nullopt;
-    size_t tableEnd = kHeaderSize + parsed->entries.size() * kEntrySize;
+    const size_t tableEnd = descriptorAt(parsed->entries.size());
     if (target->offset < tableEnd) return std::nullopt;
 
     const size_t targetIndex = size_t(target - parsed->entries.data());
@@ -104,9 +126,9 @@ std::optional<std::vector<uint8_t>> ReplaceEntry(ByteView container, uint32_t ma
     ByteWriter out;
     out.bytes(*head).bytes(bytes).bytes(container.tail(size_t(oldEnd)));
     for (size_t i = 0; i < moved.size(); ++i) {
-        size_t at = kHeaderSize + i * kEntrySize;
-        out.putU32(at + 4, moved[i].offset);
-        out.putU32(at + 8, moved[i].length);
+        const size_t at = descriptorAt(i);
+        out.putU32(at + EntryDescriptor::entryOffset.offset, moved[i].offset);
+        out.putU32(at + EntryDescriptor::entryLength.offset, moved[i].length);
     }
     return out.take();
 }

@@ -26,9 +26,24 @@ inline constexpr uint32_t kDataForkID = 1;
 inline constexpr uint32_t kResourceForkID = 2;
 inline constexpr uint32_t kFinderInfoID = 9;
 
-inline constexpr size_t kHeaderSize = 26;      // magic, version, filler, count
-inline constexpr size_t kEntrySize = 12;       // id, offset, length
-inline constexpr size_t kFinderInfoSize = 32;  // the classic FInfo + FXInfo
+// The header; 16 filler bytes lie between the version and the count.
+struct Header {
+    static constexpr Field<uint32_t> magicNumber{0}, versionNumber{4};
+    static constexpr Field<uint16_t> numberOfEntries{24};
+    static constexpr size_t size = 26;
+};
+
+// An entry descriptor; the table of them follows the header.
+struct EntryDescriptor {
+    static constexpr Field<uint32_t> entryID{0}, entryOffset{4}, entryLength{8};
+    static constexpr size_t size = 12;
+};
+
+// The Finder info entry starts with the classic FInfo.
+struct FinderInfo {
+    static constexpr Field<uint32_t> fdType{0}, fdCreator{4};
+    static constexpr size_t size = 32;  // FInfo and FXInfo
+};
 
 struct Entry {
     uint32_t id = 0;
@@ -45,8 +60,8 @@ struct Container {
 };
 
 // Bytes from the start of the file up to the end of the entry table, read
-// from the first kHeaderSize bytes; nothing when they are not a header of
-// this magic and a known version.
+// from the first Header::size bytes; nothing when they are not a header of
+// this magic and a known version (only the latter a refusal).
 std::optional<size_t> TableLength(ByteView prefix, uint32_t magic);
 
 // Reads the header and entry table held in `table` (the first TableLength
@@ -54,7 +69,7 @@ std::optional<size_t> TableLength(ByteView prefix, uint32_t magic);
 // must lie wholly inside the container.
 std::optional<Container> Parse(ByteView table, uint64_t containerSize, uint32_t magic);
 
-// Finder type and creator: the first 8 bytes of a Finder info entry.
+// Finder type and creator, at the start of a Finder info entry.
 bool ReadTypeAndCreator(ByteView finderInfo, uint32_t& type, uint32_t& creator);
 
 // The container with the bytes of entry `id` replaced by `bytes`. Entries

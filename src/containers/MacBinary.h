@@ -16,7 +16,21 @@
 
 namespace MacBinary {
 
-inline constexpr size_t kHeaderSize = 128;
+// The header: the fields its checks and its writer read.
+struct HeaderFields {
+    static constexpr Field<uint8_t> oldVersion{0}, nameLength{1};
+    static constexpr size_t name = 2;  // nameLength bytes, at most 63
+    static constexpr Field<uint32_t> fileType{65}, fileCreator{69};
+    static constexpr Field<uint8_t> zeroFill74{74}, zeroFill82{82};
+    static constexpr Field<uint32_t> dataForkLength{83}, resourceForkLength{87};
+    static constexpr Field<uint16_t> commentLength{99};  // the Finder comment after the forks
+    static constexpr Field<uint32_t> signature{102};     // "mBIN" in MacBinary III
+    static constexpr Field<uint16_t> secondaryHeaderLength{120};
+    static constexpr Field<uint16_t> crc{124};           // of the bytes before it
+    static constexpr size_t size = 128;
+};
+
+inline constexpr size_t kHeaderSize = HeaderFields::size;
 inline constexpr size_t kBlockSize = 128;
 
 struct Header {

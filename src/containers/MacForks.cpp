@@ -127,7 +127,7 @@ std::optional<AppleDouble::Container> readContainer(const std::string& path, uin
                                                     uint32_t magic)
 {
     std::vector<uint8_t> prefix, table;
-    if (!FileBytes::ReadPrefix(path, AppleDouble::kHeaderSize, prefix)) return std::nullopt;
+    if (!FileBytes::ReadPrefix(path, AppleDouble::Header::size, prefix)) return std::nullopt;
     auto length = AppleDouble::TableLength(ByteView(prefix), magic);
     if (!length || *length > size || !FileBytes::ReadRange(path, 0, *length, table))
         return std::nullopt;
@@ -145,8 +145,10 @@ Found containerEntries(const std::string& path, const AppleDouble::Container& co
         found.resourceContainer = kind;
     }
     const AppleDouble::Entry* info = container.find(AppleDouble::kFinderInfoID);
+    // Type and creator are all that is read of it.
+    const size_t wanted = AppleDouble::FinderInfo::fdCreator.end();
     std::vector<uint8_t> bytes;
-    if (info && info->length >= 8 && FileBytes::ReadRange(path, info->offset, 8, bytes))
+    if (info && info->length >= wanted && FileBytes::ReadRange(path, info->offset, wanted, bytes))
         readFinderInfo(ByteView(bytes), found);
     return found;
 }
@@ -229,7 +231,7 @@ bool readAsContainer(const std::string& path, uint64_t size, MacFile& file)
         return true;
     }
     std::vector<uint8_t> header;
-    if (!FileBytes::ReadPrefix(path, MacBinary::kHeaderSize, header)) return false;
+    if (!FileBytes::ReadPrefix(path, MacBinary::HeaderFields::size, header)) return false;
     auto binary = MacBinary::Parse(ByteView(header), size);
     if (!binary) return false;
     file.dataFork = fileRange(path, binary->dataOffset, binary->dataLength);

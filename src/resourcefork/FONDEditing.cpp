@@ -7,82 +7,79 @@
 #include "resourcefork/FONDStyleNames.h"
 #include "resourcefork/PascalStrings.h"
 #include "resourcefork/TypeprobeResourceFile.h"
+#include "support/ByteWriter.h"
 
 namespace {
 
-constexpr size_t kKerningEntryHeader = 4;  // style, pair count
-constexpr size_t kKerningPairSize = 4;
-
-// Bounds-checked big-endian stores into a handle's bytes.
-bool put16(std::vector<uint8_t>& bytes, size_t at, uint16_t value)
+// Overwrites the record's bytes from `at` with `bytes`; nothing when they
+// do not all lie inside.
+void overwrite(ByteWriter& record, size_t at, ByteView bytes)
 {
-    if (at > bytes.size() || bytes.size() - at < 2) return false;
-    bytes[at] = uint8_t(value >> 8);
-    bytes[at + 1] = uint8_t(value);
-    return true;
+    const ByteView old = record.view();
+    if (!old.contains(at, bytes.size())) return;
+    ByteWriter rebuilt;
+    rebuilt.bytes(old.head(at)).bytes(bytes).bytes(old.tail(at + bytes.size()));
+    record = std::move(rebuilt);
 }
 
-bool put32(std::vector<uint8_t>& bytes, size_t at, uint32_t value)
+// Zeroes the bytes [at, at + count) that lie inside the record.
+void zero(ByteWriter& record, size_t at, size_t count)
 {
-    return put16(bytes, at, uint16_t(value >> 16)) && put16(bytes, at + 2, uint16_t(value));
+    if (at >= record.size()) return;
+    count = std::min(count, record.size() - at);
+    overwrite(record, at, ByteWriter().zeros(count).view());
 }
 
-void zero(std::vector<uint8_t>& bytes, size_t at, size_t count)
+void promoteEntries(ByteWriter& record, int16_t style)
 {
-    if (at >= bytes.size()) return;
-    count = std::min(count, bytes.size() - at);
-    std::fill_n(bytes.begin() + std::ptrdiff_t(at), count, uint8_t(0));
-}
-
-void promoteEntries(std::vector<uint8_t>& bytes, int16_t style)
-{
-    const ByteView view(bytes.data(), bytes.size());
+    const ByteView view = record.view();
     const int count = FOND::EntryCount(view);
     if (count <= 0 || !view.contains(0, FOND::EntryOffset(size_t(count)))) return;
     for (int i = 0; i < count; ++i) {
         auto entry = FOND::EntryAt(view, size_t(i));
-        if (entry && entry->style == style) put16(bytes, FOND::EntryOffset(size_t(i)) + 2, 0);
+        if (entry && entry->style == style)
+            record.putU16(FOND::EntryOffset(size_t(i)) + FOND::AsscEntry::fontStyle.offset, 0);
     }
 }
 
-void promoteKerning(std::vector<uint8_t>& bytes, int16_t style)
+void promoteKerning(ByteWriter& record, int16_t style)
 {
     uint32_t table = 0;
     int16_t countMinusOne = 0;
-    const ByteView view(bytes.data(), bytes.size());
-    if (!view.u32(FOND::kKerningTableOffset, table) || table == 0 ||
-        !view.i16(table, countMinusOne))
+    const ByteView view = record.view();
+    if (!view.read(0, FOND::Header::ffKernOff, table) || table == 0 ||
+        !view.read(table, FOND::KernTable::numKerns, countMinusOne))
         return;
-    size_t at = size_t(table) + 2;
+    size_t at = size_t(table) + FOND::KernTable::size;
     for (int i = 0; i <= countMinusOne; ++i) {
         int16_t entryStyle = 0;
         uint16_t pairs = 0;
-        if (!view.i16(at, entryStyle) || !view.u16(at + 2, pairs)) return;
-        put16(bytes, at, entryStyle == style ? 0 : 1);
-        at += kKerningEntryHeader + size_t(pairs) * kKerningPairSize;
+        if (!view.read(at, FOND::KernEntry::kernStyle, entryStyle) ||
+            !view.read(at, FOND::KernEntry::kernLength, pairs))
+            return;
+        record.putU16(at + FOND::KernEntry::kernStyle.offset, entryStyle == style ? 0 : 1);
+        at += FOND::KernEntry::size + size_t(pairs) * FOND::KernEntry::pairSize;
     }
 }
 
-void promoteStyleNames(std::vector<uint8_t>& bytes, const std::string& name)
+void promoteStyleNames(ByteWriter& record, const std::string& name)
 {
-    const ByteView view(bytes.data(), bytes.size());
-    const size_t table = FOND::StyleMappingOffset(view);
+    using FOND::StyleTable;
+    const size_t table = FOND::StyleMappingOffset(record.view());
     int16_t count = 0;
-    if (table == 0 || !view.i16(table + FOND::kStringCount, count)) return;
-    size_t at = table + FOND::kStrings;
+    if (table == 0 || !record.view().read(table, StyleTable::stringCount, count)) return;
+    // The strings, walked to the end of the last one or of the record.
+    const size_t first = table + StyleTable::strings;
+    size_t end = first;
     for (int i = 0; i < count; ++i) {
         uint8_t length = 0;
-        if (!ByteView(bytes.data(), bytes.size()).u8(at, length)) break;
-        zero(bytes, at, size_t(length) + 1);
-        at += size_t(length) + 1;
+        if (!record.view().u8(end, length)) break;
+        end += size_t(length) + 1;
     }
-    zero(bytes, table + FOND::kNameCodeIndex, FOND::kNameCodeCount);
-    put16(bytes, table + FOND::kStringCount, 1);
-    const size_t first = table + FOND::kStrings;
-    if (name.size() <= 255 && first < bytes.size() && bytes.size() - first >= name.size() + 1) {
-        bytes[first] = uint8_t(name.size());
-        std::copy(name.begin(), name.end(), bytes.begin() + std::ptrdiff_t(first + 1));
-    }
+    zero(record, first, end - first);
+    zero(record, table + StyleTable::indexes.offset, StyleTable::indexCount);
+    record.putU16(table + StyleTable::stringCount.offset, 1);
+    if (name.size() <= 255) overwrite(record, first, ByteWriter().pascal(name).view());
 }
 
 }  // namespace
@@ -94,9 +91,12 @@ void TypeprobeResourceFile::promoteFOND(ResourceHandle* fond, int16_t style)
     GetPrinterFontNameFromResource(fond, style & 0xFF, buffer, sizeof buffer);
     const std::string name(PascalText(buffer));  // ASCII already: Mac Roman as it is
     if (style != 0 && !name.empty() && setResInfo(*fond, fond->id, name)) fond->name = name;
-    promoteEntries(fond->data, style);
-    promoteKerning(fond->data, style);
-    promoteStyleNames(fond->data, name);
+    ByteWriter record;
+    record.bytes(fond->view());
+    promoteEntries(record, style);
+    promoteKerning(record, style);
+    promoteStyleNames(record, name);
+    fond->data = record.take();
     changedResource(*fond);
 }
 
@@ -104,31 +104,34 @@ void TypeprobeResourceFile::compactFOND(ResourceHandle& fond,
                                         const std::function<bool(int16_t style)>& remove,
                                         const std::function<void(int16_t id)>& removed)
 {
-    std::vector<uint8_t>& bytes = fond.data;
+    const ByteView bytes = fond.view();
     if (bytes.size() < FOND::kEntries) return;
-    const int count = FOND::EntryCount(fond.view());
-    size_t gone = 0;
+    const int count = FOND::EntryCount(bytes);
+    std::vector<size_t> cut;  // where the removed entries start, last first
     for (int i = count - 1; i >= 0; --i) {
-        auto entry = FOND::EntryAt(fond.view(), size_t(i));
+        auto entry = FOND::EntryAt(bytes, size_t(i));
         if (!entry || !remove(entry->style)) continue;
         removed(entry->id);
-        // Close the gap: the rest of the table and record move down.
-        const size_t at = FOND::EntryOffset(size_t(i));
-        std::copy(bytes.begin() + std::ptrdiff_t(at + FOND::kEntrySize), bytes.end(),
-                  bytes.begin() + std::ptrdiff_t(at));
-        ++gone;
+        cut.push_back(FOND::EntryOffset(size_t(i)));
     }
-    if (gone == 0) return;
-    const size_t shrink = gone * FOND::kEntrySize;
-    put16(bytes, FOND::kEntryCountMinusOne, uint16_t(count - 1 - int(gone)));
-    for (size_t field : {FOND::kWidthTableOffset, FOND::kKerningTableOffset, FOND::kStyleMappingOffset}) {
+    if (cut.empty()) return;
+    // The rest of the table and record move down over the removed entries.
+    ByteWriter record;
+    size_t from = 0;
+    for (auto at = cut.rbegin(); at != cut.rend(); ++at) {
+        record.bytes(bytes.head(*at).tail(from));
+        from = *at + FOND::AsscEntry::size;
+    }
+    record.bytes(bytes.tail(from));
+    const size_t gone = cut.size();
+    const size_t shrink = gone * FOND::AsscEntry::size;
+    record.putU16(FOND::FontAssoc::numAssoc.offset, uint16_t(count - 1 - int(gone)));
+    for (auto field : {FOND::Header::ffWTabOff, FOND::Header::ffKernOff, FOND::Header::ffStylOff}) {
         uint32_t offset = 0;
-        fond.view().u32(field, offset);
-        put32(bytes, field, offset > shrink ? uint32_t(offset - shrink) : 0);
+        bytes.read(0, field, offset);
+        record.putU32(field.offset, offset > shrink ? uint32_t(offset - shrink) : 0);
     }
-    // Only a record that keeps some bytes is shrunk and stored (intended).
-    if (bytes.size() <= shrink) return;
-    bytes.resize(bytes.size() - shrink);
+    fond.data = record.take();
     changedResource(fond);
 }
 

@@ -124,8 +124,9 @@ bool TypeprobeResourceFile::isDoubleByteFOND(const ResourceHandle* fond) const
     const ByteView bytes = viewOf(fond);
     uint16_t international = 0;
     int16_t familyID = 0;
-    if (bytes.size() < FOND::kHeaderSize || !bytes.u16(FOND::kInternational2, international) ||
-        !bytes.i16(FOND::kFamilyID, familyID))
+    if (bytes.size() < FOND::kHeaderSize ||
+        !bytes.read(0, FOND::Header::ffIntl.at(1), international) ||
+        !bytes.read(0, FOND::Header::ffFamID, familyID))
         return false;
     return international != 0 ||
            (familyID >= FOND::kDoubleByteFirstID && familyID <= FOND::kDoubleByteLastID);
@@ -145,7 +146,8 @@ LxString TypeprobeResourceFile::getResourceNameFromFOND(const ResourceHandle* fo
     bool japanese = getStyleOffsetFromFOND(fond) != 0;
     const ByteView bytes = fond->view();
     uint16_t firstSize = 0;
-    if (bytes.size() >= FOND::kEntries && bytes.u16(FOND::kEntries, firstSize)) {
+    if (bytes.size() >= FOND::kEntries &&
+        bytes.read(FOND::EntryOffset(0), FOND::AsscEntry::fontSize, firstSize)) {
         const int count = FOND::EntryCount(bytes);
         for (int i = 0; i < count; ++i) {
             auto entry = FOND::EntryAt(bytes, size_t(i));

@@ -1,7 +1,7 @@
-// The font family record (FOND resource), big-endian: the fields the
-// library reads or edits, by offset, and bounds-checked readers for its
-// association table. Every reader wants 54 bytes (52 for the header-only
-// tests) and skips an association entry that does not lie wholly inside.
+// The font family record (FOND resource), big-endian: its layout, as the
+// Font Manager names it, and bounds-checked readers for its association
+// table. Every reader wants 54 bytes (52 for the header-only tests) and
+// skips an association entry that does not lie wholly inside.
 #pragma once
 
 #include <cstddef>
@@ -13,21 +13,61 @@
 
 namespace FOND {
 
-inline constexpr size_t kFamilyID = 2;
-inline constexpr size_t kWidthTableOffset = 16;
-inline constexpr size_t kKerningTableOffset = 20;
-inline constexpr size_t kStyleMappingOffset = 24;
-inline constexpr size_t kInternational2 = 48;
-inline constexpr size_t kHeaderSize = 52;
-inline constexpr size_t kEntryCountMinusOne = 52;
-inline constexpr size_t kEntries = 54;
-inline constexpr size_t kEntrySize = 6;
+// The family record header (FamRec).
+struct Header {
+    static constexpr Field<uint16_t> ffFlags{0};
+    static constexpr Field<int16_t> ffFamID{2}, ffFirstChar{4}, ffLastChar{6}, ffAscent{8},
+        ffDescent{10}, ffLeading{12}, ffWidMax{14};
+    static constexpr Field<uint32_t> ffWTabOff{16}, ffKernOff{20}, ffStylOff{24};
+    static constexpr Field<int16_t> ffProperty{28};  // 9 words
+    static constexpr Field<uint16_t> ffIntl{46};     // 2 words
+    static constexpr Field<uint16_t> ffVersion{50};
+    static constexpr size_t size = 52;
+};
 
-// The style-mapping table, from its start.
-inline constexpr size_t kNameCodeIndex = 10;  // 48 signed bytes, one per style index
-inline constexpr size_t kNameCodeCount = 48;
-inline constexpr size_t kStringCount = 58;
-inline constexpr size_t kStrings = 60;
+// The font association table follows the header: the number of entries
+// minus one, then the entries.
+struct FontAssoc {
+    static constexpr Field<int16_t> numAssoc{Header::size};
+    static constexpr size_t entries = numAssoc.end();
+};
+
+// An association entry (AsscEntry): a font of one size and style.
+struct AsscEntry {
+    static constexpr Field<uint16_t> fontSize{0};
+    static constexpr Field<int16_t> fontStyle{2}, fontID{4};
+    static constexpr size_t size = 6;
+};
+
+// The style-mapping table (StyleTable), at ffStylOff; its name table
+// (string count, then Pascal strings, the first the base PostScript name)
+// follows the 48 name codes, one per style index.
+struct StyleTable {
+    static constexpr Field<uint16_t> fontClass{0};
+    static constexpr Field<uint32_t> offset{2}, reserved{6};
+    static constexpr Field<int8_t> indexes{10};
+    static constexpr size_t indexCount = 48;
+    static constexpr Field<int16_t> stringCount{indexes.offset + indexCount};
+    static constexpr size_t strings = stringCount.end();
+};
+
+// The kerning table (KernTable), at ffKernOff: the number of entries minus
+// one, then per style an entry header and its kerning pairs.
+struct KernTable {
+    static constexpr Field<int16_t> numKerns{0};
+    static constexpr size_t size = 2;
+};
+
+struct KernEntry {
+    static constexpr Field<int16_t> kernStyle{0};
+    static constexpr Field<uint16_t> kernLength{2};  // the number of pairs that follow
+    static constexpr size_t size = 4;
+    static constexpr size_t pairSize = 4;  // first and second character, a 16-bit width
+};
+
+inline constexpr size_t kHeaderSize = Header::size;
+inline constexpr size_t kFamilyID = Header::ffFamID.offset;
+inline constexpr size_t kEntries = FontAssoc::entries;
 
 // Double-byte families have IDs in this range.
 inline constexpr int kDoubleByteFirstID = 0x4000;
@@ -46,7 +86,7 @@ int EntryCount(ByteView fond);
 // Byte offset of entry `index` in the record.
 constexpr size_t EntryOffset(size_t index)
 {
-    return kEntries + index * kEntrySize;
+    return FontAssoc::entries + index * AsscEntry::size;
 }
 
 // Entry `index` when it lies wholly inside the record.

@@ -75,15 +75,15 @@ void GetPrinterFontNameFromResource(const ResourceHandle* fond, int style, unsig
     if (bytes.size() < FOND::kHeaderSize) return;
     // The offset is not tested for 0 here (intended).
     const size_t table = FOND::StyleMappingOffset(bytes);
-    const size_t firstString = table + FOND::kStrings;
+    const size_t firstString = table + FOND::StyleTable::strings;
     unsigned char base[kPascalBufferSize];
     if (!readString(bytes, firstString, base)) return;
     CopyPascalString(base, dst, limit);
 
     int8_t code = 0;
     int16_t stringCount = 0;
-    bytes.i8(table + FOND::kNameCodeIndex + size_t(GetStyleIndex(style)), code);
-    bytes.i16(table + FOND::kStringCount, stringCount);
+    bytes.read(table, FOND::StyleTable::indexes.at(size_t(GetStyleIndex(style))), code);
+    bytes.read(table, FOND::StyleTable::stringCount, stringCount);
     if (code > 1 && code <= stringCount) {
         unsigned char descriptor[kPascalBufferSize];
         const StringOffsets strings(bytes, firstString);

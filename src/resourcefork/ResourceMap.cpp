@@ -2,18 +2,9 @@
 
 #include <algorithm>
 
-namespace {
+#include "support/Refusal.h"
 
-// The map, from its start: a copy of the header, the next map's handle and
-// the file reference (all reserved), then these fields.
-constexpr size_t kMapAttributes = 22;
-constexpr size_t kTypeListOffset = 24;
-constexpr size_t kNameListOffset = 26;
-constexpr size_t kMapFixedSize = 28;
-// The type list, from its start: count minus one, then 8-byte types.
-constexpr size_t kTypeSize = 8;
-constexpr size_t kReferenceSize = 12;
-constexpr uint16_t kNoName = 0xFFFF;
+namespace {
 
 struct Layout {
     ByteView data;       // the data area
@@ -24,56 +15,96 @@ struct Layout {
 
 std::optional<Layout> readLayout(ByteView fork, uint16_t& attributes)
 {
-    uint32_t dataOffset = 0, mapOffset = 0, dataLength = 0, mapLength = 0;
-    if (!fork.u32(0, dataOffset) || !fork.u32(4, mapOffset) || !fork.u32(8, dataLength) ||
-        !fork.u32(12, mapLength))
-        return std::nullopt;
-    auto data = fork.sub(dataOffset, dataLength);
-    auto map = fork.sub(mapOffset, mapLength);
+    auto ranges = ResourceMap::ReadHeader(fork, fork.size());
+    if (!ranges) return std::nullopt;
+    auto data = fork.sub(ranges->dataOffset, ranges->dataLength);
+    auto map = fork.sub(ranges->mapOffset, ranges->mapLength);
+    if (!data || !map) return std::nullopt;  // ReadHeader has checked both
     uint16_t typeListOffset = 0, nameListOffset = 0;
-    if (!data || !map || !map->u16(kMapAttributes, attributes) ||
-        !map->u16(kTypeListOffset, typeListOffset) || !map->u16(kNameListOffset, nameListOffset))
-        return std::nullopt;
-    if (typeListOffset < kMapFixedSize || !map->contains(typeListOffset, 2) ||
-        nameListOffset > map->size())
-        return std::nullopt;
+    if (!map->read(0, ResourceMapHeader::attributes, attributes) ||
+        !map->read(0, ResourceMapHeader::typeListOffset, typeListOffset) ||
+        !map->read(0, ResourceMapHeader::nameListOffset, nameListOffset))
+        return Refuse("resource map: ", map->size(), " bytes, shorter than its ",
+                      ResourceMapHeader::size, "-byte header");
+    if (typeListOffset < ResourceMapHeader::size)
+        return Refuse("resource map: type list offset ", typeListOffset,
+                      " lies inside the map header");
+    if (!map->contains(typeListOffset, TypeList::size))
+        return Refuse("resource map: type list offset ", typeListOffset,
+                      " leaves no room for the type count (map of ", map->size(), " bytes)");
+    if (nameListOffset > map->size())
+        return Refuse("resource map: name list offset ", nameListOffset,
+                      " past the end of the map (", map->size(), " bytes)");
     return Layout{*data, *map, map->tail(typeListOffset), map->tail(nameListOffset)};
 }
 
-bool readName(const Layout& layout, uint16_t nameOffset, ResourceRecord& record)
+bool readName(const Layout& layout, uint16_t nameOffset, size_t index, ResourceRecord& record)
 {
-    if (nameOffset == kNoName) return true;
+    if (nameOffset == ReferenceListEntry::kNoName) return true;
     uint8_t length = 0;
     if (!layout.nameList.u8(nameOffset, length) || !layout.nameList.contains(nameOffset + 1u, length))
-        return false;
+        return Refuse("resource map: reference ", index, " of '", fourCCString(record.type),
+                      "' name at offset ", nameOffset, " runs past the name list (",
+                      layout.nameList.size(), " bytes)");
     record.hasName = true;
     record.name = std::string(layout.nameList.chars(nameOffset + 1u, length));
     return true;
 }
 
-bool readData(const Layout& layout, uint32_t dataOffset, ResourceRecord& record)
+bool readData(const Layout& layout, uint32_t dataOffset, size_t index, ResourceRecord& record)
 {
     uint32_t length = 0;
-    if (!layout.data.u32(dataOffset, length)) return false;
-    auto bytes = layout.data.sub(size_t(dataOffset) + 4, length);
-    if (!bytes) return false;
+    if (!layout.data.read(dataOffset, ResourceData::length, length))
+        return Refuse("resource map: reference ", index, " of '", fourCCString(record.type),
+                      "' data offset ", dataOffset, " past the data area (", layout.data.size(),
+                      " bytes)");
+    auto bytes = layout.data.sub(size_t(dataOffset) + ResourceData::size, length);
+    if (!bytes)
+        return Refuse("resource map: reference ", index, " of '", fourCCString(record.type),
+                      "' data length ", length, " at offset ", dataOffset,
+                      " runs past the data area (", layout.data.size(), " bytes)");
     record.data = *bytes;
     return true;
 }
 
-bool readReference(const Layout& layout, size_t at, uint32_t type, ResourceRecord& record)
+// Reference `index` of the record's type, at `at` from the type list.
+bool readReference(const Layout& layout, size_t at, size_t index, ResourceRecord& record)
 {
     uint16_t nameOffset = 0;
     uint32_t dataOffset = 0;
-    record.type = type;
-    return layout.typeList.contains(at, kReferenceSize) && layout.typeList.i16(at, record.id) &&
-           layout.typeList.u16(at + 2, nameOffset) &&
-           layout.typeList.u8(at + 4, record.attributes) &&
-           layout.typeList.u24(at + 5, dataOffset) &&
-           readName(layout, nameOffset, record) && readData(layout, dataOffset, record);
+    const ByteView list = layout.typeList;
+    if (!list.contains(at, ReferenceListEntry::size) ||
+        !list.read(at, ReferenceListEntry::id, record.id) ||
+        !list.read(at, ReferenceListEntry::nameOffset, nameOffset) ||
+        !list.read(at, ReferenceListEntry::attributes, record.attributes) ||
+        !list.read(at, ReferenceListEntry::dataOffset, dataOffset))
+        return Refuse("resource map: reference ", index, " of '", fourCCString(record.type),
+                      "' at type list offset ", at, " runs past the end of the map");
+    return readName(layout, nameOffset, index, record) &&
+           readData(layout, dataOffset, index, record);
 }
 
 }  // namespace
+
+std::optional<ResourceForkRanges> ResourceMap::ReadHeader(ByteView header, uint64_t forkLength)
+{
+    ResourceForkRanges ranges;
+    if (!header.read(0, ResourceHeader::dataOffset, ranges.dataOffset) ||
+        !header.read(0, ResourceHeader::mapOffset, ranges.mapOffset) ||
+        !header.read(0, ResourceHeader::dataLength, ranges.dataLength) ||
+        !header.read(0, ResourceHeader::mapLength, ranges.mapLength))
+        return Refuse("resource header: ", header.size(), " bytes, shorter than the header (",
+                      ResourceHeader::size, " bytes)");
+    if (uint64_t(ranges.dataOffset) + ranges.dataLength > forkLength)
+        return Refuse("resource header: data area (offset ", ranges.dataOffset, ", length ",
+                      ranges.dataLength, ") runs past the end of the fork (", forkLength,
+                      " bytes)");
+    if (uint64_t(ranges.mapOffset) + ranges.mapLength > forkLength)
+        return Refuse("resource header: map (offset ", ranges.mapOffset, ", length ",
+                      ranges.mapLength, ") runs past the end of the fork (", forkLength,
+                      " bytes)");
+    return ranges;
+}
 
 std::optional<ResourceMap> ResourceMap::Parse(std::vector<uint8_t> fork)
 {
@@ -84,26 +115,35 @@ std::optional<ResourceMap> ResourceMap::Parse(SharedBytes fork)
 {
     ResourceMap result;
     result.fork_ = std::move(fork);
-    ByteView bytes = result.fork_.view();
-    auto layout = readLayout(bytes, result.attributes_);
+    auto layout = readLayout(result.fork_.view(), result.attributes_);
+    if (!layout) return std::nullopt;
     int16_t lastType = 0;
-    if (!layout || !layout->typeList.i16(0, lastType) || lastType < -1) return std::nullopt;
+    if (!layout->typeList.read(0, TypeList::typeCountMinusOne, lastType) || lastType < -1)
+        return Refuse("resource map: negative type count (", lastType + 1, ")");
 
     // Reference lists may overlap; a map cannot name more resources than
     // its bytes could list apart, which keeps hostile counts from
     // multiplying.
-    const size_t maxReferences = layout->map.size() / kReferenceSize;
-    for (size_t t = 0; t < size_t(lastType + 1); ++t) {
-        const size_t at = 2 + t * kTypeSize;
+    const size_t maxReferences = layout->map.size() / ReferenceListEntry::size;
+    const size_t typeCount = size_t(lastType + 1);
+    for (size_t t = 0; t < typeCount; ++t) {
+        const size_t at = TypeList::size + t * TypeListEntry::size;
         uint32_t type = 0;
         uint16_t lastIndex = 0, listOffset = 0;
-        if (!layout->typeList.tag(at, type) || !layout->typeList.u16(at + 4, lastIndex) ||
-            !layout->typeList.u16(at + 6, listOffset))
-            return std::nullopt;
-        if (result.records_.size() + lastIndex + 1u > maxReferences) return std::nullopt;
+        if (!layout->typeList.read(at, TypeListEntry::type, type) ||
+            !layout->typeList.read(at, TypeListEntry::countMinusOne, lastIndex) ||
+            !layout->typeList.read(at, TypeListEntry::referenceListOffset, listOffset))
+            return Refuse("resource map: type list entry ", t, " of ", typeCount,
+                          " runs past the end of the map (", layout->map.size(), " bytes)");
+        const size_t references = result.records_.size() + lastIndex + 1u;
+        if (references > maxReferences)
+            return Refuse("resource map: type '", fourCCString(type), "' brings the references to ",
+                          references, ", more than the map's ", layout->map.size(),
+                          " bytes can list (", maxReferences, ")");
         for (size_t r = 0; r <= lastIndex; ++r) {
             ResourceRecord record;
-            if (!readReference(*layout, listOffset + r * kReferenceSize, type, record))
+            record.type = type;
+            if (!readReference(*layout, listOffset + r * ReferenceListEntry::size, r, record))
                 return std::nullopt;
             record.key = result.nextKey_++;
             result.records_.push_back(std::move(record));

@@ -1,11 +1,9 @@
-// The Macintosh resource file format, read: a 16-byte header (data offset,
-// map offset, data length, map length), a data area where each resource is
-// a 32-bit length and its bytes, and a map with a type list (per type: code,
-// count minus one, offset of its reference list), 12-byte references (ID,
-// name offset or 0xFFFF, attributes, 24-bit data offset, reserved handle)
-// and a name list of Pascal strings. Every offset and length is checked when
-// the map is parsed: a malformed map is no resource file at all. Resources
-// keep their map order, which indexed access follows.
+// The Macintosh resource file format, read: a header placing the data area
+// (each resource a 32-bit length and its bytes) and the map, which holds a
+// type list, a reference list per type and a name list of Pascal strings.
+// Every offset and length is checked when the map is parsed: a malformed map
+// is no resource file at all. Resources keep their map order, which indexed
+// access follows.
 #pragma once
 
 #include <cstddef>
@@ -17,6 +15,59 @@
 
 #include "support/ByteView.h"
 #include "support/SharedBytes.h"
+
+// The resource header, at the start of the fork: where the data area and
+// the map lie. The map starts with a copy of it.
+struct ResourceHeader {
+    static constexpr Field<uint32_t> dataOffset{0}, mapOffset{4}, dataLength{8}, mapLength{12};
+    static constexpr size_t size = 16;
+};
+
+// The resource map header, from the map's start; the rest of its first 22
+// bytes are reserved for the Resource Manager.
+struct ResourceMapHeader {
+    static constexpr Field<uint32_t> nextResourceMap{16};
+    static constexpr Field<uint16_t> fileReference{20}, attributes{22}, typeListOffset{24},
+        nameListOffset{26};
+    static constexpr size_t size = 28;
+};
+
+// The type list, at the type list offset: the number of types minus one,
+// then an entry per type.
+struct TypeList {
+    static constexpr Field<int16_t> typeCountMinusOne{0};
+    static constexpr size_t size = 2;
+};
+
+// A type list entry; its reference list offset counts from the type list.
+struct TypeListEntry {
+    static constexpr Field<uint32_t> type{0};
+    static constexpr Field<uint16_t> countMinusOne{4}, referenceListOffset{6};
+    static constexpr size_t size = 8;
+};
+
+// A reference list entry; the name offset counts from the name list, 0xFFFF
+// for none, and the data offset from the data area.
+struct ReferenceListEntry {
+    static constexpr Field<int16_t> id{0};
+    static constexpr Field<uint16_t> nameOffset{2};
+    static constexpr Field<uint8_t> attributes{4};
+    static constexpr Field<UInt24> dataOffset{5};
+    static constexpr Field<uint32_t> handle{8};  // reserved
+    static constexpr size_t size = 12;
+    static constexpr uint16_t kNoName = 0xFFFF;
+};
+
+// A resource in the data area: its length, then its bytes.
+struct ResourceData {
+    static constexpr Field<uint32_t> length{0};
+    static constexpr size_t size = 4;
+};
+
+// Where the header places the data area and the map.
+struct ResourceForkRanges {
+    uint32_t dataOffset = 0, dataLength = 0, mapOffset = 0, mapLength = 0;
+};
 
 struct ResourceRecord {
     uint32_t type = 0;
@@ -34,6 +85,9 @@ public:
     static std::optional<ResourceMap> Parse(std::vector<uint8_t> fork);
     // The same over bytes the map shares (a mapped fork) instead of owning.
     static std::optional<ResourceMap> Parse(SharedBytes fork);
+    // The header at the start of `header` (at least its first 16 bytes) of a
+    // fork `forkLength` bytes long; nothing unless both ranges lie inside.
+    static std::optional<ResourceForkRanges> ReadHeader(ByteView header, uint64_t forkLength);
     // An empty map, to build a resource file from nothing.
     ResourceMap() = default;
 

@@ -7,10 +7,8 @@
 namespace {
 
 constexpr size_t kDataStart = 256;  // header and the reserved system and application bytes
-constexpr uint16_t kTypeListOffset = 28;
-constexpr size_t kTypeSize = 8;
-constexpr size_t kReferenceSize = 12;
-constexpr uint16_t kNoName = 0xFFFF;
+// The type list follows the map header directly.
+constexpr uint16_t kTypeListOffset = ResourceMapHeader::size;
 constexpr uint32_t kMaxDataOffset = 0xFFFFFF;
 constexpr uint8_t kChangedAttribute = 0x02;  // meaningful in memory only
 
@@ -54,8 +52,9 @@ std::optional<std::vector<uint8_t>> Write(const std::vector<ResourceRecord>& rec
     if (data.size() > UINT32_MAX - kDataStart) return std::nullopt;
 
     // The map after its fixed part: type list, reference lists, names.
-    const size_t referencesStart = 2 + groups.size() * kTypeSize;
-    const size_t nameListOffset = kTypeListOffset + referencesStart + records.size() * kReferenceSize;
+    const size_t referencesStart = TypeList::size + groups.size() * TypeListEntry::size;
+    const size_t nameListOffset =
+        kTypeListOffset + referencesStart + records.size() * ReferenceListEntry::size;
     if (nameListOffset > UINT16_MAX) return std::nullopt;
     ByteWriter typeList, references, names;
     typeList.u16(uint16_t(groups.size() - 1));  // count minus one; 0xFFFF for none
@@ -64,9 +63,9 @@ std::optional<std::vector<uint8_t>> Write(const std::vector<ResourceRecord>& rec
         const size_t listOffset = referencesStart + references.size();
         typeList.u32(group.type).u16(uint16_t(group.records.size() - 1)).u16(uint16_t(listOffset));
         for (const ResourceRecord* record : group.records) {
-            uint16_t nameOffset = kNoName;
+            uint16_t nameOffset = ReferenceListEntry::kNoName;
             if (record->hasName) {
-                if (names.size() >= kNoName) return std::nullopt;
+                if (names.size() >= ReferenceListEntry::kNoName) return std::nullopt;
                 nameOffset = uint16_t(names.size());
                 names.pascal(record->name);
             }
@@ -86,7 +85,7 @@ std::optional<std::vector<uint8_t>> Write(const std::vector<ResourceRecord>& rec
     ByteWriter header;
     header.u32(kDataStart).u32(mapOffset).u32(dataLength).u32(uint32_t(mapLength));
     ByteWriter file;
-    file.bytes(header.view()).zeros(kDataStart - header.size()).bytes(data.view());
+    file.bytes(header.view()).zeros(kDataStart - ResourceHeader::size).bytes(data.view());
     file.bytes(header.view())  // the map starts with a copy of the header
         .u32(0)                // next map handle
         .u16(0)                // file reference number

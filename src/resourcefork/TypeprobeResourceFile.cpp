@@ -6,19 +6,14 @@
 
 namespace {
 
-constexpr uint64_t kResourceHeaderSize = 16;
-
 // The header alone tells whether a fork can hold a resource map, so that a
-// large font's data fork is not read whole only to be refused.
+// large font's data fork is not read whole only to be refused. An empty
+// fork claims to be nothing.
 bool headerFits(const ForkLocation& fork)
 {
     std::vector<uint8_t> bytes;
-    if (!MacForks::ReadForkPrefix(fork, kResourceHeaderSize, bytes)) return false;
-    ByteView header(bytes);
-    uint32_t dataOffset = 0, mapOffset = 0, dataLength = 0, mapLength = 0;
-    return header.u32(0, dataOffset) && header.u32(4, mapOffset) && header.u32(8, dataLength) &&
-           header.u32(12, mapLength) && uint64_t(dataOffset) + dataLength <= fork.length &&
-           uint64_t(mapOffset) + mapLength <= fork.length;
+    return fork.length > 0 && MacForks::ReadForkPrefix(fork, ResourceHeader::size, bytes) &&
+           ResourceMap::ReadHeader(ByteView(bytes), fork.length);
 }
 
 }  // namespace

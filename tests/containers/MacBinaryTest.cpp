@@ -7,6 +7,7 @@
 #include <functional>
 
 #include "common/MacFixtures.h"
+#include "support/Refusal.h"
 
 namespace {
 
@@ -49,29 +50,35 @@ TEST(MacBinary, ReadsAllThreeVersions)
 
 TEST(MacBinary, DetectionIsStrict)
 {
-    // Each change made to a file of the version given; version 2's CRC is recomputed after it.
-    const struct { const char* what; int version; std::function<void(Bytes&)> change; } cases[] = {
-        {"byte 0 not zero", 2, [](Bytes& b) { b[0] = 1; }},
-        {"empty name", 2, [](Bytes& b) { b[1] = 0; }},
-        {"name longer than 63", 2, [](Bytes& b) { b[1] = 64; }},
-        {"byte 74 not zero", 2, [](Bytes& b) { b[74] = 1; }},
-        {"byte 82 not zero", 2, [](Bytes& b) { b[82] = 1; }},
-        {"resource fork past the end", 2, [](Bytes& b) { b[88] = 0x7F; }},
-        {"data fork past the end", 3, [](Bytes& b) { b[83] = 0x01; }},
-        {"bad CRC, and bytes 122 and 123 rule out MacBinary I", 3, [](Bytes& b) { std::fill_n(b.begin() + 102, 4, 0); b[125] ^= 1; }},
-        {"MacBinary I with a non-zero byte 99", 1, [](Bytes& b) { b[99] = 1; }},
-        {"MacBinary I with a non-zero byte 127", 1, [](Bytes& b) { b[127] = 1; }},
-        {"MacBinary I with trailing bytes", 1, [](Bytes& b) { b.resize(b.size() + 129, 0); }},
-        {"MacBinary I fork over 8 MiB", 1, [](Bytes& b) { b[84] = 0x80; b.resize(b.size() + 0x800000, 0); }},
-        {"a resource file: byte 1 is zero", 0, [](Bytes& b) { b = kParts.resource; }},
-        {"a data-fork resource file", 0, [](Bytes& b) { b = ReadFile(CorpusPath("dfont/DejaVuSans.dfont")); }},
-        {"zeros", 0, [](Bytes& b) { b.assign(512, 0); }},
+    // Each change made to a file of the version given; version 2's CRC is recomputed after it. Only
+    // a file that claims to be MacBinary (its III signature, its II CRC, or I's rules) says why not.
+    const struct { const char* what; int version; std::function<void(Bytes&)> change; const char* reason; } cases[] = {
+        {"byte 0 not zero", 2, [](Bytes& b) { b[0] = 1; }, ""},
+        {"empty name", 2, [](Bytes& b) { b[1] = 0; }, ""},
+        {"name longer than 63", 2, [](Bytes& b) { b[1] = 64; }, ""},
+        {"byte 74 not zero", 2, [](Bytes& b) { b[74] = 1; }, ""},
+        {"byte 82 not zero", 2, [](Bytes& b) { b[82] = 1; }, ""},
+        {"byte 74 not zero, signed", 3, [](Bytes& b) { b[74] = 1; }, "MacBinary III: byte 74 is 1, not zero"},
+        {"name longer than 63, signed", 3, [](Bytes& b) { b[1] = 64; }, "MacBinary III: name length 64 outside 1 to 63"},
+        {"resource fork past the end", 2, [](Bytes& b) { b[88] = 0x7F; }, "MacBinary II: resource fork (offset 256, length 8323400) runs past the end of the file (640 bytes)"},
+        {"data fork past the end", 3, [](Bytes& b) { b[83] = 0x01; }, "MacBinary III: data fork (offset 128, length 16777236) runs past"},
+        {"bad CRC, and bytes 122 and 123 rule out MacBinary I", 3, [](Bytes& b) { std::fill_n(b.begin() + 102, 4, 0); b[125] ^= 1; }, ""},
+        {"MacBinary I with a non-zero byte 99", 1, [](Bytes& b) { b[99] = 1; }, ""},
+        {"MacBinary I with a non-zero byte 127", 1, [](Bytes& b) { b[127] = 1; }, ""},
+        {"MacBinary I with trailing bytes", 1, [](Bytes& b) { b.resize(b.size() + 129, 0); }, "MacBinary I: 129 bytes follow the padded forks"},
+        {"MacBinary I fork over 8 MiB", 1, [](Bytes& b) { b[84] = 0x80; b.resize(b.size() + 0x800000, 0); }, ""},
+        {"a resource file: byte 1 is zero", 0, [](Bytes& b) { b = kParts.resource; }, ""},
+        {"a data-fork resource file", 0, [](Bytes& b) { b = ReadFile(CorpusPath("dfont/DejaVuSans.dfont")); }, ""},
+        {"zeros", 0, [](Bytes& b) { b.assign(512, 0); }, ""},
     };
     for (const auto& c : cases) {
         Bytes file = MacBinaryFile(kParts, std::max(c.version, 1));
         c.change(file);
         if (c.version == 2) SetCrc(file);
+        RefusalLog log;
         EXPECT_FALSE(Parse(file)) << c.what;
+        EXPECT_EQ(log.text().substr(0, std::string(c.reason).size()), c.reason) << c.what;
+        EXPECT_EQ(log.text().empty(), !*c.reason) << c.what << ": " << log.text();
     }
     Bytes third = MacBinaryFile(kParts, 3);
     third[125] ^= 1;  // the signature is enough
@@ -79,8 +86,13 @@ TEST(MacBinary, DetectionIsStrict)
 
     const Bytes full = MacBinaryFile(kParts, 3);
     auto header = Parse(full);
+    ASSERT_TRUE(header);
     const size_t end = size_t(header->resourceOffset + header->resourceLength);
-    for (size_t length = 0; length < end; ++length) EXPECT_FALSE(Parse(Slice(full, 0, length))) << "length " << length;
+    for (size_t length = 0; length < end; ++length) {
+        RefusalLog log;  // a whole header claims the forks that are cut
+        EXPECT_FALSE(Parse(Slice(full, 0, length))) << "length " << length;
+        EXPECT_EQ(log.reasons().size(), length < 128 ? 0u : 1u) << "length " << length;
+    }
     EXPECT_TRUE(Parse(Slice(full, 0, end)));
 }
 

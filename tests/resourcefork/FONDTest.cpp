@@ -8,6 +8,7 @@
 #include "resourcefork/PascalStrings.h"
 #include "resourcefork/PrinterFontNames.h"
 #include "resourcefork/TypeprobeResourceFile.h"
+#include "support/Refusal.h"
 
 namespace {
 
@@ -118,11 +119,13 @@ TEST(FOND, EveryReaderStaysInsideTheRecord)
     FondRecipe recipe{.familyID = 0x4000, .entries = {{12, 1, 5}, {0, 2, 6}}, .strings = {"A-B-C"}};
     const Bytes full = BuildFond(recipe);
     auto file = AnyFile();
-    const struct { size_t length; uint32_t styleOffset; bool doubleByte; std::vector<int16_t> styles; int16_t secondID; } cases[] = {
-        {51, 0, false, {}, -1}, {52, 66, true, {}, -1}, {59, 66, true, {}, -1},
-        {60, 66, true, {1}, -1}, {65, 66, true, {1}, -1}, {66, 66, true, {1, 2}, 6},
+    const struct { size_t length; uint32_t styleOffset; bool doubleByte; std::vector<int16_t> styles; int16_t secondID; const char* reason; } cases[] = {
+        {51, 0, false, {}, -1, "FOND: 51 bytes, shorter than its header (52 bytes)"}, {52, 66, true, {}, -1, ""},
+        {59, 66, true, {}, -1, "FOND: 2 association entries claimed, the record (59 bytes) holds 0"},
+        {60, 66, true, {1}, -1, "holds 1"}, {65, 66, true, {1}, -1, "holds 1"}, {66, 66, true, {1, 2}, 6, ""},
     };
     for (const auto& c : cases) {
+        RefusalLog log;
         auto fond = Handle(Slice(full, 0, c.length));
         EXPECT_EQ(file->getStyleOffsetFromFOND(fond.get()), c.styleOffset) << c.length;
         EXPECT_EQ(file->isDoubleByteFOND(fond.get()), c.doubleByte) << c.length;
@@ -130,15 +133,22 @@ TEST(FOND, EveryReaderStaysInsideTheRecord)
         EXPECT_EQ(file->getResIDForFOND(fond.get(), 1), c.secondID) << c.length;
         EXPECT_EQ(file->styleExists(2, fond.get()), c.secondID != -1) << c.length;
         EXPECT_EQ(file->shouldHavePrinterFile(fond.get(), 2), c.secondID == -1) << c.length;
+        EXPECT_EQ(log.text().empty(), !*c.reason) << c.length;
+        EXPECT_NE(log.text().find(c.reason), std::string::npos) << c.length << ": " << log.text();
     }
     EXPECT_EQ(file->getResIDForFOND(nullptr, 0), -1);
     // Counts that claim more entries than the record holds, or fewer than none.
     recipe.strings.clear();
     Bytes claimed = BuildFond(recipe);
     claimed.resize(claimed.size() + 3);
-    for (auto [count, styles] : {std::pair<uint8_t, std::vector<int16_t>>{0x7F, {1, 2}}, {0x80, {}}, {0xFF, {}}}) {
+    const struct { uint8_t count; std::vector<int16_t> styles; const char* reason; } counts[] = {
+        {0x7F, {1, 2}, "FOND: 32640 association entries claimed, the record (69 bytes) holds 2"},
+        {0x80, {}, "FOND: negative association entry count (-32639)"}, {0xFF, {}, ""}};
+    for (auto [count, styles, reason] : counts) {
         claimed[52] = claimed[53] = count;
+        RefusalLog log;
         EXPECT_EQ(file->getSortedStylesForFOND(Handle(claimed).get()), styles) << int(count);
+        EXPECT_EQ(log.text(), reason);
         EXPECT_EQ(file->getResIDForFOND(Handle(claimed).get(), 2), -1);
     }
 }
@@ -216,6 +226,28 @@ TEST(FOND, DoubleByteFamilyIDsAndNameEncodings)
         auto fond = family->getResourceHandleForType(fourCC("FOND"), 1);
         EXPECT_EQ(family->getResourceNameFromFOND(fond.get()).str(), c.expected) << c.what;
     }
+}
+
+TEST(FOND, PurgingAndPromotingEditTheTableAndTheStyleNames)
+{
+    // Styles 0, 1 (bold: "Times" and string 3) and 2; the style table after the entries.
+    std::vector<int8_t> codes(48, 0);
+    codes[1] = 2;
+    const Bytes family = BuildFond({.entries = {{12, 0, 200}, {12, 1, 201}, {0, 2, 202}}, .nameCodes = codes,
+                                    .strings = {"Times", "\x03", "-Bold"}});
+    TempDir dir;
+    WriteFile(dir / "f.dfont", ResourceFile({{"FOND", 1, "Times", family}, {"NFNT", 201, std::nullopt, Text("strike")}}));
+    auto file = TypeprobeResourceFile::initWithFile(dir / "f.dfont", false);
+    ASSERT_TRUE(file);
+    auto purged = file->getResourceHandleForType(fourCC("FOND"), 1), promoted = file->getResourceHandleForType(fourCC("FOND"), 1);
+    file->purgeFromFOND(purged.get(), {1}, true);
+    EXPECT_EQ(file->getSortedStylesForFOND(purged.get()), (std::vector<int16_t>{0, 2}));
+    EXPECT_EQ(std::make_pair(purged->size(), file->getStyleOffsetFromFOND(purged.get())), std::make_pair(family.size() - 6, uint32_t(54 + 12)));
+    EXPECT_EQ(file->getPostScriptNameForFOND(purged.get(), 0).str(), "Times");  // the table moved with its offset
+    EXPECT_EQ(file->countResType(fourCC("NFNT")), 0);
+    file->promoteFOND(promoted.get(), 1);
+    EXPECT_EQ(promoted->name + " " + file->getPostScriptNameForFOND(promoted.get(), 0).str(), "Times-Bold Times-Bold");
+    EXPECT_EQ(file->getSortedNFNTsForFOND(promoted.get(), 0), (std::vector<int16_t>{200, 201}));
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include "common/MacFixtures.h"
 #include "common/Oracle.h"
 #include "resourcefork/ResourceMapWriter.h"
+#include "support/Refusal.h"
 
 namespace {
 
@@ -39,32 +40,35 @@ Bytes SmallMap()
                          {"sfnt", -5, std::nullopt, Text("")}});
 }
 
-TEST(ResourceMap, CutFilesAndHostileOffsetsAndLengthsAreRefused)
+TEST(ResourceMap, CutFilesAndHostileOffsetsAndLengthsAreRefusedSayingWhy)
 {
     // In SmallMap() the map follows the data: its type list at map + 28,
     // the three types' entries from map + 30, the references from map + 54
     // (FOND, NFNT 300, NFNT 129, sfnt), the names from map + 102.
-    const struct { const char* what; bool inMap; size_t at, width; uint32_t value; } cases[] = {
-        {"data offset past the end", false, 0, 4, 0xFFFFFFF0},
-        {"data length wraps", false, 8, 4, 0xFFFFFFFF},
-        {"map offset past the end", false, 4, 4, 0x7FFFFFFF},
-        {"map length past the end", false, 12, 4, 0x10000},
-        {"map shorter than its fixed part", false, 12, 4, 20},
-        {"data length past the data", false, 256, 4, 0x7FFFFFFF},
-        {"type list inside the fixed part", true, 24, 2, 4},
-        {"type list past the map", true, 24, 2, 0xFFF0},
-        {"name list past the map", true, 26, 2, 0xFFF0},
-        {"type count past the map", true, 28, 2, 0x7FFF},
-        {"negative type count", true, 28, 2, 0xFFFE},
-        {"reference count past the map", true, 34, 2, 0xFFFF},
-        {"reference list past the map", true, 36, 2, 0xFFF0},
-        {"name offset past the names", true, 54 + 2, 2, 0x1000},
-        {"data offset past the data", true, 54 + 5, 1, 0xFF},
-        {"name running off the map", true, 102 + 7, 1, 0xFF},  // "Named", the last name
+    const struct { const char* what; bool inMap; size_t at, width; uint32_t value; const char* reason; } cases[] = {
+        {"data offset past the end", false, 0, 4, 0xFFFFFFF0, "resource header: data area (offset 4294967280, length 45)"},
+        {"data length wraps", false, 8, 4, 0xFFFFFFFF, "resource header: data area (offset 256, length 4294967295)"},
+        {"map offset past the end", false, 4, 4, 0x7FFFFFFF, "resource header: map (offset 2147483647"},
+        {"map length past the end", false, 12, 4, 0x10000, "resource header: map (offset 301, length 65536) runs past the end of the fork (416 bytes)"},
+        {"map shorter than its fixed part", false, 12, 4, 20, "resource map: 20 bytes, shorter than its 28-byte header"},
+        {"data length past the data", false, 256, 4, 0x7FFFFFFF, "reference 0 of 'FOND' data length 2147483647 at offset 0 runs past the data area (45 bytes)"},
+        {"type list inside the fixed part", true, 24, 2, 4, "resource map: type list offset 4 lies inside the map header"},
+        {"type list past the map", true, 24, 2, 0xFFF0, "resource map: type list offset 65520 leaves no room for the type count"},
+        {"name list past the map", true, 26, 2, 0xFFF0, "resource map: name list offset 65520 past the end of the map (115 bytes)"},
+        {"type count past the map", true, 28, 2, 0x7FFF, "brings the references to 8197, more than the map's 115 bytes can list (9)"},
+        {"negative type count", true, 28, 2, 0xFFFE, "resource map: negative type count (-1)"},
+        {"reference count past the map", true, 34, 2, 0xFFFF, "resource map: type 'FOND' brings the references to 65536"},
+        {"reference list past the map", true, 36, 2, 0xFFF0, "reference 0 of 'FOND' at type list offset 65520 runs past the end"},
+        {"name offset past the names", true, 54 + 2, 2, 0x1000, "reference 0 of 'FOND' name at offset 4096 runs past the name list (13 bytes)"},
+        {"data offset past the data", true, 54 + 5, 1, 0xFF, "reference 0 of 'FOND' data offset 16711680 past the data area (45 bytes)"},
+        {"name running off the map", true, 102 + 7, 1, 0xFF, "reference 1 of 'NFNT' name at offset 7 runs past the name list"},  // "Named", the last name
     };
     const Bytes base = SmallMap();
-    for (size_t length = 0; length < base.size(); ++length)
+    for (size_t length = 0; length < base.size(); ++length) {
+        RefusalLog log;
         EXPECT_FALSE(ResourceMap::Parse(Slice(base, 0, length))) << "length " << length;
+        EXPECT_EQ(log.reasons().size(), 1u) << "length " << length;
+    }
     EXPECT_TRUE(ResourceMap::Parse(base));
     uint32_t map = 0;
     ByteView(base).u32(4, map);
@@ -72,7 +76,9 @@ TEST(ResourceMap, CutFilesAndHostileOffsetsAndLengthsAreRefused)
         Bytes damaged = base;
         for (size_t i = 0; i < c.width; ++i)
             damaged[(c.inMap ? map : 0) + c.at + i] = uint8_t(c.value >> (8 * (c.width - 1 - i)));
+        RefusalLog log;
         EXPECT_FALSE(ResourceMap::Parse(damaged)) << c.what;
+        EXPECT_NE(log.text().find(c.reason), std::string::npos) << c.what << ": " << log.text();
     }
 }
 

@@ -7,6 +7,7 @@
 #include "common/FondBuilder.h"
 #include "common/MacFixtures.h"
 #include "resourcefork/ResourceFileAccess.h"
+#include "support/Refusal.h"
 
 namespace {
 
@@ -38,16 +39,23 @@ TEST(TypeprobeResourceFile, OpensOnlyFilesThatHoldAMapResourceForkFirst)
     Bytes badMap = UnorderedMap();
     badMap[7] = 0xFF;  // map offset past the end
     WriteFile(dir / "bad.dfont", badMap);
-    for (const char* name : {"text", "empty", "bad.dfont", "missing", ""})
+    // Why, when a fork claims to hold a map; an empty or missing one claims nothing.
+    for (auto [name, reason] : {std::pair<const char*, const char*>{"text", "resource header: data area (offset 1852776562, length 1919116576)"},
+                                {"empty", ""}, {"bad.dfont", "resource header: map (offset 511, length 120)"}, {"missing", ""}, {"", ""}}) {
+        RefusalLog log;
         EXPECT_FALSE(TypeprobeResourceFile::initWithFile(dir / name, true)) << name;
+        EXPECT_EQ(log.text().substr(0, std::string(reason).size()), reason) << name;
+    }
 
     // A broken resource fork falls back to the data fork's map; a valid one hides it.
     WriteFile(dir / "font", UnorderedMap());
     const Bytes fork = ResourceFile({{"sfnt", 1, std::nullopt, Text("x")}});
     for (bool broken : {true, false}) {
         WriteFile(dir / "._font", PlainAppleDouble({"font", fourCC("FFIL"), 0, {}, Slice(fork, 0, fork.size() - broken)}));
+        RefusalLog log;
         auto file = TypeprobeResourceFile::initWithFile(dir / "font", true);
         ASSERT_TRUE(file);
+        EXPECT_EQ(log.text().find("resource header: map") == 0, broken) << log.text();
         EXPECT_EQ(std::make_pair(file->isDataFork(), file->countResType(fourCC("NFNT"))), std::make_pair(broken, broken ? 4 : 0));
     }
 }
