@@ -3,17 +3,24 @@
 #include <algorithm>
 
 #include "resourcefork/ResourceMapWriter.h"
+#include "support/GStringUtils.h"
+#include "support/Refusal.h"
 
 namespace {
 
 // The header alone tells whether a fork can hold a resource map, so that a
 // large font's data fork is not read whole only to be refused. An empty
-// fork claims to be nothing.
-bool headerFits(const ForkLocation& fork)
+// fork claims to be nothing. A data fork is only asked whether it is a
+// resource file (most are fonts of other kinds, whose header is no refusal)
+// unless its name says it is one.
+bool headerFits(const ForkLocation& fork, bool probe)
 {
     std::vector<uint8_t> bytes;
-    return fork.length > 0 && MacForks::ReadForkPrefix(fork, ResourceHeader::size, bytes) &&
-           ResourceMap::ReadHeader(ByteView(bytes), fork.length);
+    if (fork.length == 0 || !MacForks::ReadForkPrefix(fork, ResourceHeader::size, bytes))
+        return false;
+    std::optional<UnheardRefusals> unheard;
+    if (probe) unheard.emplace();
+    return ResourceMap::ReadHeader(ByteView(bytes), fork.length).has_value();
 }
 
 }  // namespace
@@ -49,7 +56,8 @@ bool TypeprobeResourceFile::openFileForResourceAccess()
 
 bool TypeprobeResourceFile::openMap(const ForkLocation& fork)
 {
-    if (!headerFits(fork)) return false;
+    const bool probe = _kzIsDataFork && !GStringUtils::EndsWith(GStringUtils::OSToLowerCase(_kzFile), ".dfont");
+    if (!headerFits(fork, probe)) return false;
     std::optional<SharedBytes> bytes = MacForks::ForkBytes(fork);
     if (!bytes) return false;
     // A file open for editing keeps its own copy: writing it back rewrites

@@ -10,6 +10,10 @@ RefusalLog::RefusalLog() : outer_(listening) { listening = this; }
 
 RefusalLog::~RefusalLog() { listening = outer_; }
 
+UnheardRefusals::UnheardRefusals() : saved_(listening) { listening = nullptr; }
+
+UnheardRefusals::~UnheardRefusals() { listening = saved_; }
+
 bool RefusalLog::Listening() { return listening != nullptr; }
 
 void RefusalLog::Record(std::string reason)

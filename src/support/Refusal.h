@@ -40,6 +40,20 @@ private:
     RefusalLog* outer_;
 };
 
+// While one lives, refusals on this thread go unheard: for a probe whose
+// failure only means "not this format" (a data fork read as a resource file
+// to see whether it is one).
+class UnheardRefusals {
+public:
+    UnheardRefusals();
+    ~UnheardRefusals();
+    UnheardRefusals(const UnheardRefusals&) = delete;
+    UnheardRefusals& operator=(const UnheardRefusals&) = delete;
+
+private:
+    RefusalLog* saved_;
+};
+
 // What Refuse returns: false, or an empty optional, for the reader to return.
 // It converts to nothing else, so that a reader whose codes are numbers
 // cannot return it as a success by mistake.

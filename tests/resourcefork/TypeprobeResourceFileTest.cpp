@@ -39,8 +39,12 @@ TEST(TypeprobeResourceFile, OpensOnlyFilesThatHoldAMapResourceForkFirst)
     Bytes badMap = UnorderedMap();
     badMap[7] = 0xFF;  // map offset past the end
     WriteFile(dir / "bad.dfont", badMap);
-    // Why, when a fork claims to hold a map; an empty or missing one claims nothing.
-    for (auto [name, reason] : {std::pair<const char*, const char*>{"text", "resource header: data area (offset 1852776562, length 1919116576)"},
+    // Why, when a fork claims to hold a map: a resource fork, or a data fork
+    // named .dfont; a data fork of another name is only asked, and an empty
+    // or missing fork claims nothing.
+    WriteFile(dir / "text.dfont", Text("no resource map in here, only some text of some length"));
+    for (auto [name, reason] : {std::pair<const char*, const char*>{"text", ""},
+                                {"text.dfont", "resource header: data area (offset 1852776562, length 1919116576)"},
                                 {"empty", ""}, {"bad.dfont", "resource header: map (offset 511, length 120)"}, {"missing", ""}, {"", ""}}) {
         RefusalLog log;
         EXPECT_FALSE(TypeprobeResourceFile::initWithFile(dir / name, true)) << name;
