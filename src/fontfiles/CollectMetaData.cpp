@@ -5,6 +5,8 @@
 #include "fontfiles/SfntPlatform.h"
 #include "fontfiles/TFontData.h"
 #include "fontfiles/Type1MetaData.h"
+#include "resourcefork/ResourceFileAccess.h"
+#include "support/Refusal.h"
 
 namespace {
 
@@ -26,6 +28,16 @@ int readSfnt(TFontData& font, const ResourceHandle* fond, int16_t style, LxStrin
         result = -1;
     if (kerningChecksum) GetTrueTypeKerningTableChecksum(font.data, kerningChecksum);
     return result;
+}
+
+// A resource file whose faces are not its own to give.
+void refuseFamilyless(const TypeprobeResourceFile* file)
+{
+    if (countResType(file, kTypePOST) > 0)
+        Refuse("resource file: a PostScript printer font ('POST' resources) without a font "
+               "family; its faces come from the suitcase whose 'FOND' names it");
+    else
+        Refuse("resource file: no font family ('FOND') and no font data of its own");
 }
 
 void trimTrailingSpaces(LxString& text)
@@ -74,7 +86,10 @@ int CollectMetaData(const TypeprobeResourceFile* resourceFile, const LxString& p
                           postScriptName, displayName, fullName, kerningChecksum);
     if (family) trimTrailingSpaces(*family);
     if (kind) *kind = localKind;
-    if (result != 0 && result != 6) RefuseUnrecognised(font, resourceFile != nullptr);
+    if (result != 0 && result != 6) {
+        RefuseUnrecognised(font, resourceFile != nullptr);
+        if (font.isResourceFont && !fond) refuseFamilyless(resourceFile);
+    }
     freeFontInfo(font);
     return result;
 }

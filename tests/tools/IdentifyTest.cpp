@@ -113,11 +113,13 @@ TEST(Identify, ExplainSaysWhichRuleRefusedTheFile)
     testfiles::writeFile(dir / "cut.ttf", std::vector<uint8_t>(sans.begin(), sans.begin() + 5000));
     testfiles::writeFile(dir / "partly.ttc", collection(0x7FFFFFFF));
     testfiles::writeFile(dir / "map.dfont", dfont);
+    fs::copy_file(MacCorpus("ps-family/DejaVuSer.bin"), dir / "printer.bin");
     testfiles::writeFile(dir / "notes.ttf", std::vector<uint8_t>{'H', 'e', 'l', 'l', 'o', ',', ' ', 'w', 'o', 'r', 'l', 'd'});
     const Strings expected = At({"typeprobe: @/cut.ttf: not a font: sfnt: table 'name' (offset 680660, length 15624) runs past the end",
                                  "typeprobe: @/map.dfont: not a font: resource map: type list offset",
                                  "typeprobe: @/notes.ttf: not a font: no font signature: the file starts with \"Hello, w\"",
-                                 "typeprobe: @/partly.ttc: partly refused: collection: offset entry 1 points past the end"},
+                                 "typeprobe: @/partly.ttc: partly refused: collection: offset entry 1 points past the end",
+                                 "typeprobe: @/printer.bin: not a font: resource file: a PostScript printer font ('POST' resources) without"},
                                 dir.path());
     const Strings lines = Lines(Typeprobe({"identify", "-q", "--explain", "-a", "kind", dir.path()}).err);
     ASSERT_EQ(lines.size(), expected.size()) << Typeprobe({"identify", "--explain", dir.path()}).err;
