@@ -3,11 +3,13 @@
 #include <cstdint>
 
 #include "checksum/CChecksum.h"
+#include "resourcefork/FONDRecord.h"
 
 namespace {
 
-constexpr size_t kFondHeaderSize = 52;
-constexpr size_t kKernTableOffsetField = 20;
+using FOND::Header;
+using FOND::KernEntry;
+using FOND::KernTable;
 
 // Calls visit(header, pairs) for each kerning entry of `style`; `pairs` is
 // empty when the entry has no pairs or they run past the resource.
@@ -15,29 +17,32 @@ template <typename Visit>
 void forEachKerningEntry(ByteView fond, short style, Visit visit)
 {
     uint32_t tableOffset = 0;
-    if (fond.size() < kFondHeaderSize || !fond.u32(kKernTableOffsetField, tableOffset) ||
-        tableOffset == 0 || uint64_t(tableOffset) + 2 > fond.size())
+    if (fond.size() < Header::size || !fond.read(0, Header::ffKernOff, tableOffset) ||
+        tableOffset == 0 || uint64_t(tableOffset) + KernTable::size > fond.size())
         return;
     int16_t countMinusOne = 0;
-    if (!fond.i16(tableOffset, countMinusOne)) return;
-    int64_t at = int64_t(tableOffset) + 2;
+    if (!fond.read(tableOffset, KernTable::numKerns, countMinusOne)) return;
+    int64_t at = int64_t(tableOffset) + KernTable::size;
     // Entries follow one another, so a table walks over at most the bytes
     // the resource holds. One that has covered more is stepping back over
     // itself: its walk ends there, or it would take count x size steps.
     uint64_t walked = 0;
     for (int entry = 0; entry < countMinusOne + 1; ++entry) {
         // The entry's header must end strictly before the resource's end.
-        if (at < 0 || uint64_t(at) + 4 >= fond.size()) return;
-        int16_t entryStyle = 0, pairCount = 0;
-        fond.i16(size_t(at), entryStyle);
-        fond.i16(size_t(at) + 2, pairCount);
-        const int64_t pairBytes = 4 * int64_t(pairCount);
+        if (at < 0 || uint64_t(at) + KernEntry::size >= fond.size()) return;
+        int16_t entryStyle = 0;
+        uint16_t length = 0;
+        fond.read(size_t(at), KernEntry::kernStyle, entryStyle);
+        fond.read(size_t(at), KernEntry::kernLength, length);
+        // Read signed: a negative count steps backwards, as the data says.
+        const int64_t pairBytes = int64_t(KernEntry::pairSize) * int16_t(length);
         ByteView pairs;
-        if (pairBytes > 0) pairs = fond.sub(size_t(at) + 4, size_t(pairBytes)).value_or(ByteView());
-        walked += 4 + pairs.size();
+        if (pairBytes > 0)
+            pairs = fond.sub(size_t(at) + KernEntry::size, size_t(pairBytes)).value_or(ByteView());
+        walked += KernEntry::size + pairs.size();
         if (walked > fond.size()) return;
-        if (entryStyle == style) visit(*fond.sub(size_t(at), 4), pairs);
-        at += 4 + pairBytes;  // a negative count steps backwards, as the data says
+        if (entryStyle == style) visit(*fond.sub(size_t(at), KernEntry::size), pairs);
+        at += int64_t(KernEntry::size) + pairBytes;
     }
 }
 
