@@ -204,7 +204,7 @@ void RefuseUnrecognised(TFontData& font, bool hasResourceFork)
         // The Type 1 header check said why.
     } else if (head.empty()) {
         Refuse("no font signature: the file is empty");
-    } else {
+    } else if (!RefusalLog::Heard()) {
         Refuse("no font signature: the ", hasResourceFork ? "data fork" : "file", " starts with ",
                quoted(head), "; not an sfnt, a collection, PostScript Type 1 or a resource file",
                hasResourceFork ? " with font families" : "");

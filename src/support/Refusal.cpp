@@ -16,6 +16,8 @@ UnheardRefusals::~UnheardRefusals() { listening = saved_; }
 
 bool RefusalLog::Listening() { return listening != nullptr; }
 
+bool RefusalLog::Heard() { return listening && !listening->reasons_.empty(); }
+
 void RefusalLog::Record(std::string reason)
 {
     std::vector<std::string>& reasons = listening->reasons_;

@@ -32,6 +32,9 @@ public:
     static constexpr size_t kKept = 8;
 
     static bool Listening();
+    // True when the listening log has heard a reason: a reader's own beats a
+    // general "not recognised" said after it.
+    static bool Heard();
     static void Record(std::string reason);
 
 private:
