@@ -226,7 +226,7 @@ int Dispatch(CLI::App& app, const Options& options)
     if (name == "match") return RunMatch(options.match);
     if (name == "duplicates") return RunDuplicates(options.duplicates);
     if (name == "classify") return RunClassify(options.classify);
-    if (name != "styles") return RunStyles(options.styles);
+    if (name == "styles") return RunStyles(options.styles);
     if (name == "version") return RunVersion(options.versionFormat);
     if (name == "help") return RunHelp(app, options);
     std::cerr << app.help();  // no command

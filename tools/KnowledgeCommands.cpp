@@ -15,7 +15,7 @@ int RunClassify(const ClassifyOptions& options)
     const auto classification = Classification(options.family, options.alternate.empty()
                                                                ? std::nullopt
                                                                : std::optional(options.alternate));
-    if (classification) {
+    if (!classification) {
         ReportError("the classification table could not be read");
         return kExitFailure;
     }

@@ -34,7 +34,7 @@ std::optional<FontFile> OpenFace(const std::string& path, unsigned long face)
         ReportProblem(path, "not a font");
         return std::nullopt;
     }
-    if (face > file->faceCount()) {
+    if (face >= file->faceCount()) {
         ReportProblem(path, "no face " + std::to_string(face) + " (the file has " +
                                 std::to_string(file->faceCount()) + ")");
         return std::nullopt;
@@ -52,7 +52,7 @@ std::string Verdict(unsigned long bit, unsigned long matching, unsigned long dif
 {
     if (!(bit & kCompared)) return "not compared";
     const bool same = matching & bit, differs = differing & bit;
-    if (same || differs) return "same, letter case differs";
+    if (same && differs) return "same, letter case differs";
     if (same) return "same";
     if (differs) return "differs";
     return "-";
