@@ -136,7 +136,14 @@ private:
 
 // ------------------------------------------------------------- binary ---
 
-constexpr size_t kTrailerSize = 32;
+// The trailer that ends a binary property list, as CoreFoundation names
+// its fields; the three 64-bit ones are read as sized integers.
+struct BinaryPlistTrailer {
+    static constexpr Field<uint8_t> offsetIntSize{6}, objectRefSize{7};
+    static constexpr size_t numObjects = 8, topObject = 16, offsetTableOffset = 24;
+    static constexpr size_t wideSize = 8;
+    static constexpr size_t size = 32;
+};
 
 // A big-endian unsigned integer of 1 to 8 bytes.
 bool readSized(ByteView view, size_t offset, size_t size, uint64_t& out)
@@ -173,13 +180,15 @@ private:
 
     bool readTrailer()
     {
-        if (bytes_.size() < kBinaryMagic.size() + kTrailerSize) return false;
-        body_ = bytes_.size() - kTrailerSize;
+        using Trailer = BinaryPlistTrailer;
+        if (bytes_.size() < kBinaryMagic.size() + Trailer::size) return false;
+        body_ = bytes_.size() - Trailer::size;
         uint8_t offsetSize = 0, refSize = 0;
-        if (!bytes_.u8(body_ + 6, offsetSize) || !bytes_.u8(body_ + 7, refSize) ||
-            !readSized(bytes_, body_ + 8, 8, objectCount_) ||
-            !readSized(bytes_, body_ + 16, 8, topObject_) ||
-            !readSized(bytes_, body_ + 24, 8, tableOffset_))
+        if (!bytes_.read(body_, Trailer::offsetIntSize, offsetSize) ||
+            !bytes_.read(body_, Trailer::objectRefSize, refSize) ||
+            !readSized(bytes_, body_ + Trailer::numObjects, Trailer::wideSize, objectCount_) ||
+            !readSized(bytes_, body_ + Trailer::topObject, Trailer::wideSize, topObject_) ||
+            !readSized(bytes_, body_ + Trailer::offsetTableOffset, Trailer::wideSize, tableOffset_))
             return false;
         offsetSize_ = offsetSize;
         refSize_ = refSize;
