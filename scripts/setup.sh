@@ -6,9 +6,9 @@ set -euo pipefail
 packages=(
   build-essential cmake ninja-build pkg-config git clang libclang-rt-14-dev
   libgtest-dev libgmock-dev libbenchmark-dev
-  libplist-dev libplist++-dev libplist-utils libicu-dev zlib1g-dev libisal-dev libdeflate-dev
+  libplist-dev libplist++-dev libplist-utils libicu-dev zlib1g-dev libisal-dev libdeflate-dev libwoff-dev libbrotli-dev
   libcli11-dev nlohmann-json3-dev
-  python3 python3-fonttools fontconfig
+  python3 python3-fonttools python3-brotli woff2 fontconfig
   fonts-dejavu-core fonts-liberation2 fonts-urw-base35 fonts-texgyre fonts-noto-cjk gsfonts
   fonts-wqy-zenhei fonts-lmodern lmodern xfonts-scalable hyperfine time
 )
