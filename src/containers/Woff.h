@@ -37,12 +37,12 @@ struct TableDirectoryEntry {
 // True when the bytes start with the WOFF signature.
 bool Claims(ByteView bytes);
 
-// The sfnt the WOFF was made from: tables in the order their data lies in the
-// WOFF (encoders keep the font's order), each padded to 4 bytes, the offset
-// table's search fields computed, table records in tag order with the
-// original checksums. Nothing (after a reason) when the WOFF is malformed;
-// every size is checked against the header's claims before anything is
-// allocated.
+// The sfnt the WOFF was made from: tables in the order their data lies in
+// the WOFF (the font's own order, when the encoder kept it), each padded to
+// 4 bytes, the offset table's search fields computed, table records in tag
+// order with the original checksums. Nothing (after a reason) when the WOFF
+// is malformed; every size is checked against the header's claims before
+// anything is allocated.
 std::optional<std::vector<uint8_t>> DecodeToSfnt(ByteView woff);
 
 }  // namespace Woff
