@@ -37,7 +37,7 @@ cmake --build "$build" -j "$parallel" --target fuzzers
 # The dictionary of each target (see fuzz/CMakeLists.txt).
 declare -A dictionary=(
   [sfnt_names]=sfnt [sfnt_platform]=sfnt [collection]=sfnt [type1]=type1
-  [resource_map]=resource [fond]=fond [apple_double]=containers [macbinary]=containers
+  [resource_map]=resource [fond]=fond [apple_double]=containers [macbinary]=containers [woff]=containers [woff2]=containers
   [whole_file]=font [property_list]=plist [xml]=xml
 )
 targets=("$@")
