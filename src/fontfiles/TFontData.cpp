@@ -191,10 +191,14 @@ void RefuseUnrecognised(TFontData& font, bool hasResourceFork)
 {
     if (font.isResourceFont || !RefusalLog::Listening()) return;
     const bool noKind = font.fontType == kFontTypeUnknown;
+    const bool metrics = SignatureOf(font.dataForkPrefix(kSignatureLength)) == Signature::Metrics ||
+                         font.extensionKind == kExtensionPFM || font.extensionKind == kExtensionMMM;
     const ByteView head = font.dataForkPrefix(kQuotedLength);
     uint32_t signature = 0;
     head.read(0, OffsetTable::sfntVersion, signature);
-    if (noKind && font.extensionKind != kExtensionUnknown) {
+    if (noKind && metrics) {
+        Refuse("metrics: a font metrics file holds widths and kerning, no outlines");
+    } else if (noKind && font.extensionKind != kExtensionUnknown) {
         const char* dot = std::strrchr(font.path, '.');
         Refuse("kind: no reader takes a file named \"", dot ? dot : "", "\" on its own");
     } else if (signature == kCollectionTag) {
