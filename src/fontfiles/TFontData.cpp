@@ -293,8 +293,9 @@ bool kindFromContent(TFontData& font, const std::function<void(short, const char
     return false;
 }
 
-// With every format, only names whose formats have no signature of their
-// own still speak: a text or metrics name must show Type 1 bytes.
+// With every format, a name whose format has a signature counts only with
+// it, which the bytes did not show: a ".ps" must be Type 1 text, a ".ttc"
+// start with its tag, and ".pfm" and ".mmm" metrics are never outlines.
 bool extensionNeedsContent(short extensionKind)
 {
     return extensionKind == kExtensionPS || extensionKind == kExtensionPFM ||
