@@ -16,6 +16,7 @@ namespace {
 const char* const kDescription =
     "Identifies font files: the kind of font each file holds, every face's names and version, "
     "and identity checksums that recognise a face whatever its file name, folder or container. "
+    "Fonts are known by their bytes: TrueType, OpenType, collections, PostScript Type 1. "
     "Classic Mac fonts (suitcases, PostScript printer fonts, .dfont) are read from MacBinary and "
     "AppleSingle files, AppleDouble sidecars and extended attributes.";
 
@@ -39,8 +40,14 @@ const std::vector<ManSection> kSections = {
 };
 
 const char* const kIdentifyFooter =
-    "Folders are walked recursively in name order; files in them that are not fonts are "
-    "skipped quietly, while a file named directly that is not a font is an error. --explain "
+    "Every font format is recognised by the file's first bytes, its name only a hint: "
+    "TrueType and OpenType fonts and collections of any name, PostScript Type 1 fonts in a "
+    "data fork (.pfb, .pfa, .t1, CID-keyed, Multiple Master), classic Mac fonts; a font "
+    "without a usable naming table is listed with its names empty. Metrics files (.afm, "
+    ".pfm) hold no outlines and are not fonts. --classic keeps to the classic rules of "
+    "TP_CreateSpecifier, which go by the name first.\n\n"
+    "Folders are walked recursively in name order; files in them that are not fonts (metrics "
+    "files among them) are skipped quietly, while a file named directly that is not a font is an error. --explain "
     "adds the readers' reasons to its line (\"not a font: collection: offset entry 3 points "
     "past the end ...\") and to the json error field, says why each file met in a folder "
     "is not a font, and which parts of a font were refused (a line \"partly refused: ...\", "
@@ -76,6 +83,13 @@ void AddRunOptions(CLI::App& command, RunOptions& run, bool& quiet)
     command.add_flag("-q,--quiet", quiet, "No summary line");
 }
 
+void AddClassic(CLI::App& command, bool& classic)
+{
+    command.add_flag("--classic", classic,
+                     "Only the classic rules: a file's kind by its name first, no Type 1 data "
+                     "fork fonts, collections only as .ttc");
+}
+
 struct Options {
     IdentifyOptions identify;
     SplitOptions split;
@@ -101,6 +115,7 @@ void AddIdentify(CLI::App& app, IdentifyOptions& options)
         ->allow_extra_args(false);
     command->add_flag("--explain", options.explain,
                       "Say why a file, or a part of one, was refused");
+    AddClassic(*command, options.classic);
     AddRunOptions(*command, options.run, options.quiet);
     command->footer(Wrapped(kIdentifyFooter));
 }
@@ -155,11 +170,13 @@ void AddDuplicates(CLI::App& app, DuplicatesOptions& options)
         ->required()
         ->type_name("");
     AddFormat(*command, options.format, {"table", "json"});
+    AddClassic(*command, options.classic);
     AddRunOptions(*command, options.run, options.quiet);
     command->footer(Wrapped(
         "Faces with the same identity checksum are the same release, wherever they are and "
         "whatever their file names. Faces that share a PostScript name (letter case aside) "
-        "under different checksums are conflicting releases of one font."));
+        "under different checksums are conflicting releases of one font. Every font format is "
+        "recognised by its bytes, as by identify; --classic keeps to the classic rules."));
 }
 
 void AddKnowledge(CLI::App& app, Options& options)

@@ -17,6 +17,7 @@ struct IdentifyOptions {
     RunOptions run;
     bool quiet = false;                   // no summary line
     bool explain = false;                 // why a file is not a font
+    bool classic = false;                 // the classic rules, not every format
 };
 int RunIdentify(const IdentifyOptions& options);
 
@@ -39,6 +40,7 @@ struct DuplicatesOptions {
     std::string format = "table";
     RunOptions run;
     bool quiet = false;
+    bool classic = false;  // the classic rules, not every format
 };
 int RunDuplicates(const DuplicatesOptions& options);
 

@@ -96,7 +96,9 @@ nlohmann::ordered_json GroupsJson(const DuplicateGroups& groups)
 int RunDuplicates(const DuplicatesOptions& options)
 {
     std::vector<FaceAt> faces;
-    const Summary summary = RunFiles(options.paths, {kDuplicateMask, Representation::None},
+    const Summary summary = RunFiles(options.paths,
+                                     {kDuplicateMask, Representation::None,
+                                      RecognitionOptions(options.classic)},
                                      options.run, [&](const FileReport& report) {
                                          for (const Face& face : report.faces)
                                              faces.push_back({report.task.path,

@@ -36,7 +36,7 @@ void Diagnose(FileReport& report)
 
 void Identify(FileReport& report, const IdentifyRequest& request)
 {
-    auto file = FontFile::Open(report.task.path, request.mask);
+    auto file = FontFile::Open(report.task.path, request.mask, request.options);
     if (!file) {
         Diagnose(report);
         return;
@@ -79,7 +79,7 @@ FileReport IdentifyFile(const FileTask& task, const IdentifyRequest& request)
     try {
         Identify(report, request);
         if (request.explain && report.outcome != FileReport::Outcome::Unreadable)
-            report.reason = RefusalReasons(report.task.path);
+            report.reason = RefusalReasons(report.task.path, request.options);
     } catch (const std::exception& error) {
         report.outcome = FileReport::Outcome::Failed;
         report.message = std::string("identification failed: ") + error.what();

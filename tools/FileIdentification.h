@@ -14,6 +14,7 @@ enum class Representation { None, Xml, PropertyList };
 struct IdentifyRequest {
     unsigned long mask = 0;
     Representation representation = Representation::None;
+    unsigned long options = kTP_AllFormats;  // how the library recognises a file
     bool explain = false;  // say why a file has no face
 };
 
@@ -39,6 +40,13 @@ struct FileReport {
     // is not a font; else empty. Not an error.
     std::string notice() const;
 };
+
+// The library's options for a run: every format, or with --classic the
+// classic rules alone.
+inline unsigned long RecognitionOptions(bool classic)
+{
+    return classic ? 0 : kTP_AllFormats;
+}
 
 FileReport IdentifyFile(const FileTask& task, const IdentifyRequest& request);
 

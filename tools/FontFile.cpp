@@ -88,10 +88,11 @@ std::string Face::display(unsigned long bit) const
     return {};
 }
 
-std::optional<FontFile> FontFile::Open(const std::string& path, unsigned long mask)
+std::optional<FontFile> FontFile::Open(const std::string& path, unsigned long mask,
+                                       unsigned long options)
 {
     TP_FontArray* array = nullptr;
-    if (TP_CreateSpecifier(path.c_str(), 0, mask, &array) != kTP_Success || !array)
+    if (TP_CreateSpecifierWithOptions(path.c_str(), options, mask, &array) != kTP_Success || !array)
         return std::nullopt;
     return FontFile(FontArrayPtr(array), mask);
 }

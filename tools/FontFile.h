@@ -36,8 +36,10 @@ using FontArrayPtr = std::unique_ptr<TP_FontArray, ArrayRelease>;
 
 class FontFile {
 public:
-    // Identifies the file; nothing when the library found no face.
-    static std::optional<FontFile> Open(const std::string& path, unsigned long mask);
+    // Identifies the file (TP_CreateSpecifierWithOptions); nothing when the
+    // library found no face.
+    static std::optional<FontFile> Open(const std::string& path, unsigned long mask,
+                                        unsigned long options);
 
     unsigned long faceCount() const;
     Face face(unsigned long index) const;

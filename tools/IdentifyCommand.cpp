@@ -45,6 +45,7 @@ int RunIdentify(const IdentifyOptions& options)
         return kExitUsage;
     request.representation = RepresentationFor(*format);
     request.explain = options.explain;
+    request.options = RecognitionOptions(options.classic);
     auto writer = MakeWriter(*format, std::cout, columns);
     const Summary summary = RunFiles(options.paths, request, options.run,
                                      [&](const FileReport& report) { writer->file(report); });

@@ -68,10 +68,10 @@ std::optional<std::vector<std::string>> Styles(const std::string& first,
     return storage;
 }
 
-std::string RefusalReasons(const std::string& path)
+std::string RefusalReasons(const std::string& path, unsigned long options)
 {
     return CopiedText(kReasonCapacity, [&](char* buffer, int capacity) {
-               return TP_ExplainRefusals(path.c_str(), buffer, capacity);
+               return TP_ExplainRefusalsWithOptions(path.c_str(), options, buffer, capacity);
            }).value_or("");
 }
 

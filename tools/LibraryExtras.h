@@ -24,7 +24,8 @@ std::optional<std::vector<std::string>> Styles(const std::string& first,
 std::optional<std::string> XmlRepresentation(TP_FontArray* array);
 std::optional<std::string> PropertyListRepresentation(TP_FontArray* array);
 
-// TP_ExplainRefusals, whole: why the library refused the file or parts of it.
-std::string RefusalReasons(const std::string& path);
+// TP_ExplainRefusalsWithOptions, whole: why the library refused the file or
+// parts of it when it read it with `options`.
+std::string RefusalReasons(const std::string& path, unsigned long options);
 
 }  // namespace tpcli

@@ -29,7 +29,7 @@ std::optional<FontFile> OpenFace(const std::string& path, unsigned long face)
             return std::nullopt;
         }
     }
-    auto file = FontFile::Open(path, FullMask());
+    auto file = FontFile::Open(path, FullMask(), 0);
     if (!file) {
         ReportProblem(path, "not a font");
         return std::nullopt;

@@ -61,7 +61,7 @@ void Print(const std::vector<std::string>& written, const std::string& format)
     auto json = nlohmann::ordered_json::array();
     for (const std::string& path : written) {
         Face face;
-        if (auto file = FontFile::Open(path, kTP_AttrPostScriptName | kTP_AttrFamilyName))
+        if (auto file = FontFile::Open(path, kTP_AttrPostScriptName | kTP_AttrFamilyName, 0))
             if (file->faceCount() > 0) face = file->face(0);
         table.add({path, face.text(kTP_AttrPostScriptName), face.text(kTP_AttrFamilyName)});
         json.push_back({{"path", path},

@@ -68,6 +68,22 @@ enum {
 TP_API unsigned long TP_CreateSpecifier(const char* path, unsigned long reserved,
                                         unsigned long attributeMask, TP_FontArray** result);
 
+/* Options of TP_CreateSpecifierWithOptions. */
+enum {
+    /* Recognise every font format by the file's first bytes, the name only a
+     * hint: PostScript Type 1 in a data fork (PFB, PFA, CID-keyed, Multiple
+     * Master), collections and sfnt fonts of any name; a font without a
+     * usable naming table is kept with its names empty. Metrics files (AFM,
+     * PFM) give no face. */
+    kTP_AllFormats = 0x1
+};
+
+/* TP_CreateSpecifier with options (kTP_ options). With options 0 it returns
+ * exactly what TP_CreateSpecifier returns. */
+TP_API unsigned long TP_CreateSpecifierWithOptions(const char* path, unsigned long options,
+                                                   unsigned long attributeMask,
+                                                   TP_FontArray** result);
+
 /* Why TP_CreateSpecifier finds no face, or fewer faces than the file holds,
  * in the file at `path`: identifies it again, noting where each reader
  * refused what it read ("collection: offset entry 3 points past the end
@@ -76,6 +92,11 @@ TP_API unsigned long TP_CreateSpecifier(const char* path, unsigned long reserved
  * `path` or `buffer` is null, else 0. Only this call listens for reasons:
  * TP_CreateSpecifier pays nothing for them. */
 TP_API unsigned long TP_ExplainRefusals(const char* path, char* buffer, int bufferLength);
+
+/* TP_ExplainRefusals for an identification made with `options`, as by
+ * TP_CreateSpecifierWithOptions. */
+TP_API unsigned long TP_ExplainRefusalsWithOptions(const char* path, unsigned long options,
+                                                   char* buffer, int bufferLength);
 
 /* ---- Splitting a TrueType collection ---- */
 

@@ -50,7 +50,8 @@ unsigned long faceCRC(const Face& face, unsigned long crc)
 
 }  // namespace
 
-void AppendCollectionFaces(const char* path, unsigned long attributeMask, TP_FontArray& array)
+void AppendCollectionFaces(const char* path, unsigned long attributeMask,
+                           const ReadOptions& options, TP_FontArray& array)
 {
     TrueTypeCollectionFont collection(path);
     const unsigned long count = std::min(collection.faceCount(), kMaxFacesPerFile);
@@ -72,7 +73,8 @@ void AppendCollectionFaces(const char* path, unsigned long attributeMask, TP_Fon
                 wanted(attributeMask, kTP_AttrVersion, face.version),
                 wanted(attributeMask, kTP_AttrPostScriptName, face.postScriptName),
                 wanted(attributeMask, kTP_AttrDisplayName, face.displayName),
-                wanted(attributeMask, kTP_AttrFullName, face.fullName)))
+                wanted(attributeMask, kTP_AttrFullName, face.fullName)) &&
+            !options.allFormats)
             continue;
         if (attributeMask & kTP_AttrKerningChecksum)
             GetTrueTypeKerningTableChecksum(font, &face.kerningChecksum);

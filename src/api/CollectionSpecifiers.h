@@ -3,7 +3,10 @@
 #pragma once
 
 #include "api/FontArray.h"
+#include "fontfiles/ReadOptions.h"
 
 // Appends one face per readable face of the collection at `path`; faces
-// without names or a platform verdict are skipped.
-void AppendCollectionFaces(const char* path, unsigned long attributeMask, TP_FontArray& array);
+// without a platform verdict are skipped, and so are faces without names
+// unless every format is read.
+void AppendCollectionFaces(const char* path, unsigned long attributeMask,
+                           const ReadOptions& options, TP_FontArray& array);

@@ -8,13 +8,13 @@
 
 namespace {
 
-std::string explain(const char* path)
+std::string explain(const char* path, unsigned long options)
 {
     if (!MacForks::Describe(path).exists) return "no such file";
     RefusalLog log;
     TP_FontArray* array = nullptr;
     try {
-        if (TP_CreateSpecifier(path, 0, kTP_AllAttributes, &array) == kTP_Success) {
+        if (TP_CreateSpecifierWithOptions(path, options, kTP_AllAttributes, &array) == kTP_Success) {
             TP_SpecifierFree(array);
             return log.text();
         }
@@ -28,11 +28,17 @@ std::string explain(const char* path)
 
 extern "C" {
 
-TP_API unsigned long TP_ExplainRefusals(const char* path, char* buffer, int bufferLength)
+TP_API unsigned long TP_ExplainRefusalsWithOptions(const char* path, unsigned long options,
+                                                   char* buffer, int bufferLength)
 {
     if (!path || !buffer) return kTP_NullArgumentOrNotFound;
-    CopyOut(explain(path), buffer, bufferLength);
+    CopyOut(explain(path, options), buffer, bufferLength);
     return kTP_Success;
+}
+
+TP_API unsigned long TP_ExplainRefusals(const char* path, char* buffer, int bufferLength)
+{
+    return TP_ExplainRefusalsWithOptions(path, 0, buffer, bufferLength);
 }
 
 }  // extern "C"

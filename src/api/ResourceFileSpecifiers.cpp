@@ -46,7 +46,7 @@ void setOutlineFile(TP_FontSpecifier& face, const LxString& path)
 
 void appendFace(const TypeprobeResourceFile* file, const LxString& path, const FileCodes& codes,
                 const ResourceHandle* fond, int16_t style, int16_t firstResourceID,
-                unsigned long mask, TP_FontArray& array)
+                unsigned long mask, const ReadOptions& options, TP_FontArray& array)
 {
     const bool hasFond = fond && fond->size() > 0;
     const unsigned long kerningSum = hasFond ? GetVaultlineChecksum(fond->view(), style) : 0;
@@ -60,7 +60,7 @@ void appendFace(const TypeprobeResourceFile* file, const LxString& path, const F
         wanted(mask, kTP_AttrFamilyName, face.familyName), wanted(mask, kTP_AttrVersion, face.version),
         wanted(mask, kTP_AttrPostScriptName, face.postScriptName),
         wanted(mask, kTP_AttrDisplayName, face.displayName), wanted(mask, kTP_AttrFullName, face.fullName),
-        wanted(mask, kTP_AttrKerningChecksum, face.kerningChecksum));
+        wanted(mask, kTP_AttrKerningChecksum, face.kerningChecksum), options);
     if (status != 0 && status != 6) return;
     // The family's own kerning sum replaces whatever the font data gave.
     face.kerningChecksum = uint32_t(kerningSum);
@@ -79,7 +79,8 @@ void appendFace(const TypeprobeResourceFile* file, const LxString& path, const F
 
 }  // namespace
 
-void AppendResourceFileFaces(const char* path, unsigned long attributeMask, TP_FontArray& array)
+void AppendResourceFileFaces(const char* path, unsigned long attributeMask,
+                             const ReadOptions& options, TP_FontArray& array)
 {
     const LxString fontPath(path);
     FileCodes codes;
@@ -104,7 +105,7 @@ void AppendResourceFileFaces(const char* path, unsigned long attributeMask, TP_F
                 firstResourceID = getFirstResourceIDFromHandleAndStyle(file.get(), fond.get(), style);
             }
             appendFace(file.get(), fontPath, codes, fond.get(), style, firstResourceID,
-                       attributeMask, array);
+                       attributeMask, options, array);
         }
     }
 }

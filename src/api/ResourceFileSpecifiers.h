@@ -3,5 +3,7 @@
 #pragma once
 
 #include "api/FontArray.h"
+#include "fontfiles/ReadOptions.h"
 
-void AppendResourceFileFaces(const char* path, unsigned long attributeMask, TP_FontArray& array);
+void AppendResourceFileFaces(const char* path, unsigned long attributeMask,
+                             const ReadOptions& options, TP_FontArray& array);

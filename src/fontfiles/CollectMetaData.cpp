@@ -2,6 +2,7 @@
 
 #include "fontfiles/NamingTable.h"
 #include "fontfiles/PostScriptResources.h"
+#include "fontfiles/SfntDirectory.h"
 #include "fontfiles/SfntPlatform.h"
 #include "fontfiles/TFontData.h"
 #include "fontfiles/Type1MetaData.h"
@@ -10,9 +11,14 @@
 
 namespace {
 
+bool isSfntWithHead(ByteView data)
+{
+    return ClaimsSfnt(data) && FindValidTable(data, "head");
+}
+
 // Data-fork fonts only: a resource-fork face stays "mac".
-int readSfnt(TFontData& font, const ResourceHandle* fond, int16_t style, LxString& localKind,
-             LxString* platform, LxString* foundry, LxString* family, LxString* version,
+int readSfnt(TFontData& font, const ResourceHandle* fond, int16_t style, const ReadOptions& options,
+             LxString& localKind, LxString* platform, LxString* foundry, LxString* family, LxString* version,
              LxString* postScriptName, LxString* displayName, LxString* fullName,
              uint32_t* kerningChecksum)
 {
@@ -24,6 +30,9 @@ int readSfnt(TFontData& font, const ResourceHandle* fond, int16_t style, LxStrin
                                            displayName, fullName)
                      ? 0
                      : 3;
+    // Every format: a real sfnt without a readable naming table is still a
+    // face, its names left empty.
+    if (result == 3 && options.allFormats && isSfntWithHead(font.data)) result = 0;
     if (platform && !font.isResourceFont && result == 0 && !GetPlatformTTF(font.data, platform))
         result = -1;
     if (kerningChecksum) GetTrueTypeKerningTableChecksum(font.data, kerningChecksum);
@@ -64,12 +73,12 @@ int CollectMetaData(const TypeprobeResourceFile* resourceFile, const LxString& p
                     const ResourceHandle* fond, int16_t style, LxString* printerFontName,
                     LxString* kind, LxString* platform, LxString* foundry, LxString* family,
                     LxString* version, LxString* postScriptName, LxString* displayName,
-                    LxString* fullName, uint32_t* kerningChecksum)
+                    LxString* fullName, uint32_t* kerningChecksum, const ReadOptions& options)
 {
     TFontData font;
     initializeAndConstructFontInfo(font, resourceFile, path);
     LxString localKind;
-    getMetaData_FontType(font, fond, style, &localKind);
+    getMetaData_FontType(font, fond, style, &localKind, options);
     if (platform) *platform = "mac";
     int result = 0;
     bool readAsSfnt = true;
@@ -82,7 +91,7 @@ int CollectMetaData(const TypeprobeResourceFile* resourceFile, const LxString& p
         if (readAsSfnt) font.fontType = kFontTypeTrueType;
     }
     if (readAsSfnt)
-        result = readSfnt(font, fond, style, localKind, platform, foundry, family, version,
+        result = readSfnt(font, fond, style, options, localKind, platform, foundry, family, version,
                           postScriptName, displayName, fullName, kerningChecksum);
     if (family) trimTrailingSpaces(*family);
     if (kind) *kind = localKind;

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 
+#include "fontfiles/ReadOptions.h"
 #include "resourcefork/ResourceHandle.h"
 #include "support/LxString.h"
 
@@ -22,9 +23,10 @@ int CollectPSMetaData(const TypeprobeResourceFile* file, const LxString& path,
 // PostScript reader only, which may read it as the file to read and sets it
 // to the file it read. Returns 0 on success, 3 when there are no usable sfnt
 // data or name records, -1 when the platform could not be computed, else the
-// PostScript reader's code (6 also counts as success).
+// PostScript reader's code (6 also counts as success). `options` chooses
+// how the kind is recognised.
 int CollectMetaData(const TypeprobeResourceFile* resourceFile, const LxString& path,
                     const ResourceHandle* fond, int16_t style, LxString* printerFontName,
                     LxString* kind, LxString* platform, LxString* foundry, LxString* family,
                     LxString* version, LxString* postScriptName, LxString* displayName,
-                    LxString* fullName, uint32_t* kerningChecksum);
+                    LxString* fullName, uint32_t* kerningChecksum, const ReadOptions& options);

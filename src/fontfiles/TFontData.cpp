@@ -3,6 +3,8 @@
 #include <cctype>
 #include <cstdio>
 #include <cstring>
+#include <functional>
+#include <string>
 
 #include "fontfiles/SfntDirectory.h"
 #include "fontfiles/Type1MetaData.h"
@@ -14,6 +16,8 @@ namespace {
 constexpr size_t kPSHeaderProbeLength = 117;
 constexpr size_t kCopyrightSearchLength = 60;
 constexpr size_t kQuotedLength = 8;
+// Enough for the longest signature, a PFB segment header and Type 1 text.
+constexpr size_t kSignatureLength = 48;
 
 bool dataForkMagic(TFontData& font, uint32_t wanted)
 {
@@ -101,6 +105,7 @@ void freeFontInfo(TFontData& font)
     font.data = ByteView();
     font.dataSize = 0;
     font.ownsData = false;
+    font.sfntHoldsType1 = false;
 }
 
 int loadFontDataIntoMemory(TFontData& font, const ResourceHandle* fond, int16_t style)
@@ -131,8 +136,8 @@ int loadTTFontData(TFontData& font, const ResourceHandle* fond, int16_t style)
     }
     // A ".ttf" data-fork font with OpenType layout or a signature is
     // reported as OpenType; the same bytes in a resource stay TrueType.
-    if (!font.isResourceFont && font.fontType == kFontTypeTrueType && !font.data.empty() &&
-        hasOpenTypeTables(font.data))
+    if (!font.isResourceFont && !font.sfntHoldsType1 && font.fontType == kFontTypeTrueType &&
+        !font.data.empty() && hasOpenTypeTables(font.data))
         font.fontType = kFontTypeOpenTypeTT;
     return 0;
 }
@@ -186,10 +191,14 @@ void RefuseUnrecognised(TFontData& font, bool hasResourceFork)
 {
     if (font.isResourceFont || !RefusalLog::Listening()) return;
     const bool noKind = font.fontType == kFontTypeUnknown;
+    const bool metrics = SignatureOf(font.dataForkPrefix(kSignatureLength)) == Signature::Metrics ||
+                         font.extensionKind == kExtensionPFM || font.extensionKind == kExtensionMMM;
     const ByteView head = font.dataForkPrefix(kQuotedLength);
     uint32_t signature = 0;
     head.read(0, OffsetTable::sfntVersion, signature);
-    if (noKind && font.extensionKind != kExtensionUnknown) {
+    if (noKind && metrics) {
+        Refuse("metrics: a font metrics file holds widths and kerning, no outlines");
+    } else if (noKind && font.extensionKind != kExtensionUnknown) {
         const char* dot = std::strrchr(font.path, '.');
         Refuse("kind: no reader takes a file named \"", dot ? dot : "", "\" on its own");
     } else if (signature == kCollectionTag) {
@@ -211,8 +220,92 @@ void RefuseUnrecognised(TFontData& font, bool hasResourceFork)
     }
 }
 
+Signature SignatureOf(ByteView head)
+{
+    uint32_t magic = 0;
+    head.read(0, OffsetTable::sfntVersion, magic);
+    switch (magic) {
+    case kSfntVersionTrueType:
+    case kSfntVersionTrue: return Signature::Sfnt;
+    case kSfntVersionOTTO: return Signature::SfntOTTO;
+    case kSfntVersionTyp1: return Signature::SfntType1;
+    case kCollectionTag: return Signature::Collection;
+    case fourCC("wOFF"):
+    case fourCC("wOF2"): return Signature::WebFont;
+    default: break;
+    }
+    uint8_t marker = 0, segmentType = 0;
+    const bool segmented = head.read(0, PFBSegmentHeader::marker, marker) && marker == kPFBMarker;
+    // A PFB opens with its clear-text segment.
+    if (segmented && (!head.read(0, PFBSegmentHeader::segmentType, segmentType) ||
+                      segmentType != kPFBSegmentText))
+        return Signature::None;
+    const ByteView text = segmented ? head.tail(PFBSegmentHeader::size) : head;
+    for (const char* start : {"%!PS-AdobeFont", "%!FontType1", "%!PS-Adobe-3.0 Resource-CIDFont",
+                              "%!PS-Adobe-3.0 Resource-Font"})
+        if (text.startsWith(start)) return Signature::Type1;
+    if (!segmented && head.startsWith("StartFontMetrics")) return Signature::Metrics;
+    return Signature::None;
+}
+
+Signature DataForkSignature(const std::string& path)
+{
+    const MacFile file = MacForks::Resolve(path);
+    std::vector<uint8_t> head;
+    if (file.dataFork.kind == ForkLocation::Kind::Missing ||
+        !MacForks::ReadForkPrefix(file.dataFork, kSignatureLength, head))
+        return Signature::None;
+    return SignatureOf(ByteView(head.data(), head.size()));
+}
+
+namespace {
+
+// Every format by its bytes. True when they decided, even that the file
+// holds no outline font (a metrics file, a web font not yet readable).
+bool kindFromContent(TFontData& font, const std::function<void(short, const char*)>& found)
+{
+    if (!font.file) return false;
+    switch (SignatureOf(font.dataForkPrefix(kSignatureLength))) {
+    case Signature::Sfnt:
+        // As a ".otf" names it; elsewhere "TrueType" until its tables say
+        // OpenType, as for a ".ttf".
+        if (font.extensionKind == kExtensionOTF)
+            found(kFontTypeOpenTypeTT, kKindOpenTypeTT);
+        else
+            found(kFontTypeTrueType, kKindTrueType);
+        return true;
+    case Signature::SfntOTTO: found(kFontTypeOpenTypePS, kKindOpenTypePS); return true;
+    case Signature::SfntType1:
+        font.sfntHoldsType1 = true;
+        found(kFontTypeTrueType, kKindPostScript);
+        return true;
+    case Signature::Collection: found(kFontTypeCollection, kKindCollection); return true;
+    case Signature::Type1: found(kFontTypePostScript, kKindPostScript); return true;
+    case Signature::WebFont:
+        // The place for web fonts: Woff::DecodeToSfnt or Woff2::DecodeToSfnt
+        // gives the sfnt the file wraps; put it in font.ownedData and
+        // font.data, classify its first bytes as above and read it as that
+        // sfnt. Until then a web font gives no face.
+        return true;
+    case Signature::Metrics: return true;
+    case Signature::None: break;
+    }
+    return false;
+}
+
+// With every format, a name whose format has a signature counts only with
+// it, which the bytes did not show: a ".ps" must be Type 1 text, a ".ttc"
+// start with its tag, and ".pfm" and ".mmm" metrics are never outlines.
+bool extensionNeedsContent(short extensionKind)
+{
+    return extensionKind == kExtensionPS || extensionKind == kExtensionPFM ||
+           extensionKind == kExtensionMMM || extensionKind == kExtensionTTC;
+}
+
+}  // namespace
+
 void getMetaData_FontType(TFontData& font, const ResourceHandle* fond, int16_t style,
-                          LxString* kind)
+                          LxString* kind, const ReadOptions& options)
 {
     auto found = [&](short type, const char* name) {
         font.fontType = type;
@@ -228,6 +321,9 @@ void getMetaData_FontType(TFontData& font, const ResourceHandle* fond, int16_t s
     }
     if (font.fontType != kFontTypeUnknown) return;
     font.extensionKind = fontTypeFromExtension(font.path);
+    if (options.allFormats && !font.isResourceFont &&
+        (kindFromContent(font, found) || extensionNeedsContent(font.extensionKind)))
+        return;
     switch (font.extensionKind) {
     case kExtensionTTF:
     case kExtensionDFont: found(kFontTypeTrueType, kKindTrueType); break;

@@ -4,9 +4,11 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <vector>
 
 #include "fontfiles/FontKind.h"
+#include "fontfiles/ReadOptions.h"
 #include "resourcefork/ResourceHandle.h"
 #include "support/ByteView.h"
 #include "support/LxString.h"
@@ -27,6 +29,8 @@ struct TFontData {
     ByteView data;
     uint32_t dataSize = 0;
     bool isResourceFont = false;
+    // A "typ1" sfnt: PostScript outlines read through the sfnt readers.
+    bool sfntHoldsType1 = false;
     ResourceHandlePtr sfntHandle;
     bool ownsData = false;
     SharedBytes ownedData;  // the data fork in place, when data shows it
@@ -61,7 +65,22 @@ bool hasValidPSHeader(TFontData& font);
 // readers speak for themselves.
 void RefuseUnrecognised(TFontData& font, bool hasResourceFork);
 
+// What the first bytes of a data fork say it holds.
+enum class Signature {
+    None,
+    Sfnt,        // 0x00010000 or "true"
+    SfntOTTO,    // PostScript outlines in an sfnt
+    SfntType1,   // "typ1": a Type 1 font in an sfnt wrapper
+    Collection,  // "ttcf"
+    Type1,       // a PFB's first segment or Type 1 text
+    Metrics,     // AFM text: widths and kerning, no outlines
+    WebFont,     // "wOFF" or "wOF2"
+};
+Signature SignatureOf(ByteView head);
+// The signature of the data fork of the logical file at `path`.
+Signature DataForkSignature(const std::string& path);
+
 // Sets fontType (and extensionKind when the extension is consulted) and the
-// kind name, when one is found.
+// kind name, when one is found. With every format, the bytes decide first.
 void getMetaData_FontType(TFontData& font, const ResourceHandle* fond, int16_t style,
-                          LxString* kind);
+                          LxString* kind, const ReadOptions& options);

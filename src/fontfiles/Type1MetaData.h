@@ -17,6 +17,8 @@ struct PFBSegmentHeader {
     static constexpr size_t size = 6;
 };
 constexpr uint8_t kPFBMarker = 0x80;
+// The type of the first segment: clear text (the encrypted part follows).
+constexpr uint8_t kPFBSegmentText = 1;
 
 // The two bytes before the text of a POST resource: the chunk's type and a
 // zero.

@@ -135,8 +135,8 @@ TEST(TP_CreateSpecifier, FaceLimit)
     for (const auto& c : cases) {
         WriteFile(dir / c.name, c.bytes);
         TP_FontArray array;  // before duplicates are removed
-        if (std::string(c.name).ends_with(".ttc")) AppendCollectionFaces((dir / c.name).c_str(), kTP_AllAttributes, array);
-        else AppendResourceFileFaces((dir / c.name).c_str(), kTP_AllAttributes, array);
+        if (std::string(c.name).ends_with(".ttc")) AppendCollectionFaces((dir / c.name).c_str(), kTP_AllAttributes, ReadOptions{}, array);
+        else AppendResourceFileFaces((dir / c.name).c_str(), kTP_AllAttributes, ReadOptions{}, array);
         EXPECT_EQ(array.size(), c.faces) << c.name;
     }
     EXPECT_EQ(Identify(dir / "same.ttc")->size(), 1u);
@@ -145,7 +145,7 @@ TEST(TP_CreateSpecifier, FaceLimit)
     // number, and style -1 for "no entry".
     WriteFile(dir / "stub.dfont", ResourceFile({{"FOND", 300, "Stub", Bytes{0}}, strike}));
     TP_FontArray stub;
-    AppendResourceFileFaces((dir / "stub.dfont").c_str(), kTP_AllAttributes, stub);
+    AppendResourceFileFaces((dir / "stub.dfont").c_str(), kTP_AllAttributes, ReadOptions{}, stub);
     ASSERT_EQ(stub.size(), 1u);
     EXPECT_EQ(std::make_pair(stub.at(0).fondResourceID, stub.at(0).fondStyle), std::make_pair(300, -1));
 }
@@ -177,7 +177,7 @@ TEST(TP_CreateSpecifier, CollectionFacesAgreeWithTheirRebuiltBytes)
     WriteFile(dir / "hostile.ttc", testfonts::collection(faces));
     TrueTypeCollectionFont collection(dir / "hostile.ttc");
     TP_FontArray array, reference;
-    AppendCollectionFaces((dir / "hostile.ttc").c_str(), kTP_AllAttributes, array);
+    AppendCollectionFaces((dir / "hostile.ttc").c_str(), kTP_AllAttributes, ReadOptions{}, array);
     for (unsigned long i = 0; i < faces.size(); ++i) {
         std::vector<char> bytes;
         ASSERT_EQ(collection.GetDataPtrForFace(i, bytes), 0);
@@ -202,7 +202,7 @@ TEST(TP_CreateSpecifier, CollectionFacesAgreeWithTheirRebuiltBytes)
     };
     EXPECT_EQ(signatures(array), signatures(reference));
     TP_FontArray bare;
-    AppendCollectionFaces((dir / "hostile.ttc").c_str(), 0, bare);
+    AppendCollectionFaces((dir / "hostile.ttc").c_str(), 0, ReadOptions{}, bare);
     EXPECT_EQ(bare.at(0).kindName.str(), "TrueType Collection");
     EXPECT_EQ(bare.at(0).postScriptName.str(), "");
 }

@@ -43,7 +43,7 @@ TEST(CollectMetaData, SaysWhyNoReaderTookTheFile)
         RefusalLog log;
         LxString printer, kind, platform, postScriptName;
         const int result = CollectMetaData(nullptr, LxString(dir / c.name), nullptr, 0, &printer, &kind, &platform, nullptr,
-                                           nullptr, nullptr, &postScriptName, nullptr, nullptr, nullptr);
+                                           nullptr, nullptr, &postScriptName, nullptr, nullptr, nullptr, ReadOptions{});
         EXPECT_EQ(result == 0, !c.reason) << c.name << ": " << result;
         EXPECT_TRUE(c.reason ? log.text().find(c.reason) == 0 : log.text().empty()) << c.name << ": " << log.text();
     }

@@ -22,16 +22,42 @@ TEST(FontTypeFromExtension, TableOfPaths)
 
 // Without a known extension the magic decides: a collection known only by
 // its magic is plain TrueType (intended).
-TEST(FontType, MagicDecidesWithoutAKnownExtension)
+// The classic rules read the bytes only of a file without a known name;
+// every format reads them first, the name only a hint.
+TEST(FontType, MagicDecidesWithoutAKnownExtensionOrWithEveryFormat)
 {
+    const std::string pfb = std::string("\x80\x01\x10\0\0\0", 6) + "%!PS-AdobeFont-1.0: A";
+    const struct {
+        std::string name, bytes;
+        const char *classic, *allFormats;
+    } cases[] = {
+        {"font", "ttcf", "TrueType", "TrueType Collection"},
+        {"font", "OTTO", "OpenType - PS", "OpenType - PS"},
+        {"font", "true", "", "TrueType"},
+        {"font.otb", std::string("\0\1\0\0", 4), "", "TrueType"},
+        {"font.otf", std::string("\0\1\0\0", 4), "OpenType - TT", "OpenType - TT"},
+        {"font.ttf", "OTTO", "TrueType", "OpenType - PS"},
+        {"font", "typ1", "", "PostScript"},
+        {"font.pfb", pfb, "", "PostScript"},
+        {"font.pfb", "\x80\x02" + pfb.substr(2), "", ""},
+        {"font.t1", "%!FontType1-1.0: A", "", "PostScript"},
+        {"font", "%!PS-Adobe-3.0 Resource-CIDFont", "", "PostScript"},
+        {"font.ps", "%!PS-Adobe-3.0 a document", "PostScript", ""},
+        {"font.pfm", std::string("\0\1\xB3\x01", 4), "PostScript", ""},
+        {"font.afm", "StartFontMetrics 2.0", "", ""},
+        {"font.ttf", "wOF2", "TrueType", ""},
+    };
     TempFolder dir;
-    for (auto [magic, expected] : {std::pair{"ttcf", "TrueType"}, {"OTTO", "OpenType - PS"}, {"true", ""}}) {
-        testfiles::writeFile(dir / "font", std::string(magic) + std::string(60, '\0'));
-        TFontData font;
-        initializeAndConstructFontInfo(font, nullptr, dir / "font");
-        LxString kind;
-        getMetaData_FontType(font, nullptr, 0, &kind);
-        EXPECT_EQ(kind.str(), expected) << magic;
+    for (const auto& c : cases) {
+        testfiles::writeFile(dir / c.name, c.bytes + std::string(200, '\0'));
+        for (const bool allFormats : {false, true}) {
+            TFontData font;
+            initializeAndConstructFontInfo(font, nullptr, dir / c.name);
+            LxString kind;
+            getMetaData_FontType(font, nullptr, 0, &kind, ReadOptions{allFormats});
+            EXPECT_EQ(kind.str(), allFormats ? c.allFormats : c.classic) << c.name << " " << c.bytes.substr(0, 4)
+                                                                         << (allFormats ? " every format" : "");
+        }
     }
 }
 

@@ -35,6 +35,10 @@ TEST(FileRules, WhichFilesAreReported)
     fs::copy_file(MacCorpus("dfont/DejaVuSans.dfont"), dir / "fonts/Sans.dfont");
     fs::create_symlink(dir / "fonts/Sans.dfont", dir / "link.dfont");
     fs::create_directory_symlink(dir / "fonts", dir / "fonts/loop");
+    // Type 1 known by its bytes; its metrics file is neither a font nor an error.
+    dir.folder("type1");
+    for (const char* name : {"NimbusSans-Regular.t1", "NimbusSans-Regular.afm"})
+        fs::create_symlink(std::string("/usr/share/fonts/type1/urw-base35/") + name, dir / ("type1/" + std::string(name)));
 
     const struct {
         Strings args;
@@ -48,6 +52,8 @@ TEST(FileRules, WhichFilesAreReported)
         {{"@/both/DejaVuSerif", "@/both/DejaVuSerif.bin"}, {"@/both/DejaVuSerif", "@/both/DejaVuSerif.bin"}, 5},
         {{"@/both"}, {"@/both/DejaVuSerif", "@/both/DejaVuSerif.bin"}, 5},
         {{"@/fonts", "@/fonts/Sans.dfont", "@/fonts/../fonts", "@/link.dfont"}, {"@/fonts/Sans.dfont"}, 1},
+        {{"@/type1"}, {"@/type1/NimbusSans-Regular.t1"}, 1},
+        {{"--classic", "@/type1"}, {}, 0},
     };
     for (const auto& c : cases) {
         Strings args{"identify", "-f", "json"};
