@@ -5,7 +5,7 @@
 
 #include "FuzzSupport.h"
 #include "containers/Woff.h"
-#include "fontfiles/SfntLayout.h"
+#include "containers/SfntLayout.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {

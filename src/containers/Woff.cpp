@@ -4,24 +4,13 @@
 
 #include <algorithm>
 
+#include "containers/SfntLayout.h"
 #include "support/ByteWriter.h"
 #include "support/Refusal.h"
 
 namespace Woff {
 
 namespace {
-
-// The sfnt offset table and its table records, as the rebuilt font lays them out.
-struct OffsetTable {
-    static constexpr Field<uint32_t> sfntVersion{0};
-    static constexpr Field<uint16_t> numTables{4}, searchRange{6}, entrySelector{8}, rangeShift{10};
-    static constexpr size_t size = 12;
-};
-
-struct TableRecord {
-    static constexpr Field<uint32_t> tableTag{0}, checksum{4}, offset{8}, length{12};
-    static constexpr size_t size = 16;
-};
 
 // Deflate never shrinks data by more than about 1:1032; a table that claims
 // more is refused before its room is allocated.

@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <optional>
 
-#include "fontfiles/SfntLayout.h"
+#include "containers/SfntLayout.h"
 #include "support/ByteView.h"
 
 // One table record, as read.

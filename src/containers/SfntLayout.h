@@ -1,5 +1,7 @@
 // The records at the start of an sfnt and of a TrueType collection, named
-// as the OpenType documentation names their fields.
+// as the OpenType documentation names their fields. They stand with the
+// containers: an sfnt is the container of its tables, and the web-font
+// decoders lay out the sfnt they rebuild with them.
 #pragma once
 
 #include <cstdint>
