@@ -1,6 +1,7 @@
 // TP_CreateSpecifier on a whole hostile file, under a name that picks its
 // path through the library (by extension, none, or as the AppleDouble
-// sidecar of a file), then every accessor on every face.
+// sidecar of a file), then every accessor on every face; and the same with
+// every format recognised by its bytes.
 //
 // Input: a byte choosing the name, then the file's bytes.
 #include <cstdint>
@@ -35,10 +36,10 @@ void readFace(TP_FontArray* array, unsigned long index)
     FUZZ_CHECK(differing == 0);
 }
 
-void identify(const std::string& path)
+void identify(const std::string& path, unsigned long options)
 {
     TP_FontArray* array = nullptr;
-    if (TP_CreateSpecifier(path.c_str(), 0, kTP_AllAttributes, &array) != kTP_Success) {
+    if (TP_CreateSpecifierWithOptions(path.c_str(), options, kTP_AllAttributes, &array) != kTP_Success) {
         FUZZ_CHECK(array == nullptr);
         return;
     }
@@ -57,7 +58,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     fuzzsupport::HeardRefusals heard;
     // The first byte picks the name, the rest is the file.
     static const char* const kNames[] = {"font.ttf", "font.otf", "font.ttc", "font.dfont",
-                                         "font.ps",  "font",     "._font"};
+                                         "font.ps",  "font",     "._font",   "font.pfb"};
     if (size == 0) return 0;
     const std::string folder = fuzzsupport::EmptyFolder("create");
     const std::string name = kNames[data[0] % std::size(kNames)];
@@ -65,9 +66,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     if (name == "._font") {
         // The sidecar that carries the resource fork of an empty data fork.
         fuzzsupport::WriteFile(folder + "/font", nullptr, 0);
-        identify(folder + "/font");
-    } else {
-        identify(folder + "/" + name);
     }
+    const std::string path = folder + (name == "._font" ? "/font" : "/" + name);
+    for (unsigned long options : {0ul, static_cast<unsigned long>(kTP_AllFormats)}) identify(path, options);
     return 0;
 }
