@@ -30,6 +30,10 @@ struct TTCHeader {
     static constexpr size_t size = 12;
 };
 
+// No font comes near this size; a decoder claiming a larger font is a
+// decompression bomb, refused before anything is allocated.
+inline constexpr uint64_t kLargestDecodedSfnt = 256u << 20;
+
 constexpr uint32_t kSfntVersionTrueType = 0x00010000;
 constexpr uint32_t kSfntVersionOTTO = fourCC("OTTO");
 constexpr uint32_t kSfntVersionTrue = fourCC("true");

@@ -9,13 +9,13 @@
 #include <optional>
 #include <vector>
 
+#include "containers/SfntLayout.h"
 #include "support/ByteView.h"
 
 namespace Woff {
 
 inline constexpr uint32_t kSignature = 0x774F4646;  // 'wOFF'
-// No font comes near this; a larger claim is a decompression bomb.
-inline constexpr uint64_t kLargestSfnt = 256u << 20;
+inline constexpr uint64_t kLargestSfnt = kLargestDecodedSfnt;
 
 struct WOFFHeader {
     static constexpr Field<uint32_t> signature{0}, flavor{4}, length{8};

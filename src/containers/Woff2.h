@@ -8,13 +8,13 @@
 #include <optional>
 #include <vector>
 
+#include "containers/SfntLayout.h"
 #include "support/ByteView.h"
 
 namespace Woff2 {
 
 inline constexpr uint32_t kSignature = 0x774F4632;  // 'wOF2'
-// No font comes near this; a larger claim is a decompression bomb.
-inline constexpr uint64_t kLargestSfnt = 256u << 20;
+inline constexpr uint64_t kLargestSfnt = kLargestDecodedSfnt;
 
 struct WOFF2Header {
     static constexpr Field<uint32_t> signature{0}, flavor{4}, length{8};
