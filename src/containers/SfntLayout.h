@@ -30,6 +30,12 @@ struct TTCHeader {
     static constexpr size_t size = 12;
 };
 
+// A table's room in an sfnt: its length rounded up to whole 4-byte words.
+constexpr uint64_t PaddedTableLength(uint64_t length)
+{
+    return (length + 3) & ~uint64_t(3);
+}
+
 // No font comes near this size; a decoder claiming a larger font is a
 // decompression bomb, refused before anything is allocated.
 inline constexpr uint64_t kLargestDecodedSfnt = 256u << 20;

@@ -21,11 +21,6 @@ struct Table {
     uint64_t placed = 0;  // where it lies in the rebuilt sfnt
 };
 
-uint64_t padded(uint64_t length)
-{
-    return (length + 3) & ~uint64_t(3);
-}
-
 std::optional<Table> readEntry(ByteView woff, size_t index)
 {
     const size_t at = WOFFHeader::size + index * TableDirectoryEntry::size;
@@ -128,7 +123,7 @@ std::optional<std::vector<uint8_t>> DecodeToSfnt(ByteView woff)
             return Refuse("WOFF: table '", fourCCString(table.tag), "' overlaps table '",
                           fourCCString(byOffset[i - 1]->tag), "'");
         table.placed = place;
-        place += padded(table.origLength);
+        place += PaddedTableLength(table.origLength);
     }
     if (place != totalSfntSize)
         return Refuse("WOFF: tables rebuild an sfnt of ", place, " bytes, the header claims ",

@@ -191,19 +191,19 @@ void RefuseUnrecognised(TFontData& font, bool hasResourceFork)
 {
     if (font.isResourceFont || !RefusalLog::Listening()) return;
     const bool noKind = font.fontType == kFontTypeUnknown;
-    const bool metrics = SignatureOf(font.dataForkPrefix(kSignatureLength)) == Signature::Metrics ||
-                         font.extensionKind == kExtensionPFM || font.extensionKind == kExtensionMMM;
-    const ByteView head = font.dataForkPrefix(kQuotedLength);
-    uint32_t signature = 0;
-    head.read(0, OffsetTable::sfntVersion, signature);
+    const ByteView head = font.dataForkPrefix(kSignatureLength);
+    const Signature signature = SignatureOf(head);
+    const bool metrics = signature == Signature::Metrics || font.extensionKind == kExtensionPFM ||
+                         font.extensionKind == kExtensionMMM;
     if (noKind && metrics) {
         Refuse("metrics: a font metrics file holds widths and kerning, no outlines");
     } else if (noKind && font.extensionKind != kExtensionUnknown) {
         const char* dot = std::strrchr(font.path, '.');
         Refuse("kind: no reader takes a file named \"", dot ? dot : "", "\" on its own");
-    } else if (signature == kCollectionTag) {
+    } else if (signature == Signature::Collection) {
         Refuse("collection: the file is one, but only a file named .ttc is read as a collection");
-    } else if (ClaimsSfnt(head)) {
+    } else if (signature == Signature::Sfnt || signature == Signature::SfntOTTO ||
+               signature == Signature::SfntType1) {
         // With a font extension the sfnt readers said why; without one only
         // an "OTTO" font is known by its bytes.
         if (noKind)
@@ -215,7 +215,7 @@ void RefuseUnrecognised(TFontData& font, bool hasResourceFork)
         Refuse("no font signature: the file is empty");
     } else if (!RefusalLog::Heard()) {
         Refuse("no font signature: the ", hasResourceFork ? "data fork" : "file", " starts with ",
-               quoted(head), "; not an sfnt, a collection, PostScript Type 1 or a resource file",
+               quoted(head.head(kQuotedLength)), "; not an sfnt, a collection, PostScript Type 1 or a resource file",
                hasResourceFork ? " with font families" : "");
     }
 }

@@ -21,11 +21,6 @@ constexpr size_t kMinimumCollectionSize = TTCHeader::size + 1;
 constexpr int kMaxWriteAttempts = 100;
 constexpr size_t kSumBlock = 4096;
 
-uint64_t paddedLength(uint64_t length)
-{
-    return (length + 3) & ~uint64_t(3);
-}
-
 using SumBlock = std::array<uint32_t, kSumBlock / 4>;
 
 // The sum of a block's big-endian words. A block of fixed size lets the
@@ -131,7 +126,7 @@ const TrueTypeCollectionFont::TableSums& TrueTypeCollectionFont::sumsOf(uint32_t
         sum += wordSum(words);
     }
     const uint8_t padding[3] = {};
-    crc = CChecksum::icrc(padding, paddedLength(table.size()) - table.size(), crc);
+    crc = CChecksum::icrc(padding, PaddedTableLength(table.size()) - table.size(), crc);
     entry->second = TableSums{sum, uint32_t(crc)};
     return entry->second;
 }
@@ -178,7 +173,7 @@ int TrueTypeCollectionFont::LayoutFace(unsigned long face, Face& out) const
     for (uint16_t i = 0; i < numTables; ++i) {
         uint32_t length = 0;
         header->read(recordAt(i), TableRecord::length, length);
-        total += paddedLength(length);
+        total += PaddedTableLength(length);
     }
     // Deliberately strict: a standalone face is always smaller than the
     // collection that holds it.
@@ -197,7 +192,7 @@ int TrueTypeCollectionFont::LayoutFace(unsigned long face, Face& out) const
         uint32_t tag = 0, offset = 0, length = 0;
         header->read(record, TableRecord::offset, offset);
         header->read(record, TableRecord::length, length);
-        const uint64_t padded = paddedLength(length);
+        const uint64_t padded = PaddedTableLength(length);
         if (!collection.contains(offset, size_t(padded))) {
             header->read(record, TableRecord::tableTag, tag);
             Refuse("collection: face ", face, "'s table '", fourCCString(tag), "' (offset ", offset,
