@@ -125,6 +125,8 @@ Face FontFile::face(unsigned long index) const
     }
     if (face.has(kTP_AttrFoundryName))
         face.legacyFoundry = ReadText(TP_GetLegacyFoundryName, array_.get(), index);
+    face.wrapper = ReadText(TP_GetWrapper, array_.get(), index).value_or("");
+    face.container = ReadText(TP_GetContainer, array_.get(), index).value_or("");
     return face;
 }
 

@@ -20,6 +20,10 @@ struct Face {
     std::map<unsigned long, std::string> texts;
     std::map<unsigned long, unsigned long> numbers;
     std::optional<std::string> legacyFoundry;  // read with the foundry
+    // What held the face, and the Mac container it came through ("" for
+    // none); every face has both.
+    std::string wrapper;
+    std::string container;
 
     bool has(unsigned long bit) const { return (mask & bit) != 0; }
     std::string text(unsigned long bit) const;

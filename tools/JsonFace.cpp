@@ -17,6 +17,8 @@ nlohmann::ordered_json FaceJson(const Face& face)
         if (attribute.bit == kTP_AttrFoundryName && face.legacyFoundry)
             json["legacyFoundry"] = *face.legacyFoundry;
     }
+    json["wrapper"] = face.wrapper;
+    json["container"] = face.container;
     return json;
 }
 

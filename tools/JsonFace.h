@@ -1,6 +1,6 @@
 // Faces as JSON objects: "index", then each attribute read under its key
 // (checksums as "%08X" text, sizes as numbers), "legacyFoundry" beside
-// "foundry".
+// "foundry", then "wrapper" and "container", which every face has.
 #pragma once
 
 #include <string>

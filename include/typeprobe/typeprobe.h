@@ -188,6 +188,18 @@ TP_API unsigned long TP_GetVersion(TP_FontArray* array, unsigned long index, cha
 TP_API unsigned long TP_GetWindowsMMFile(TP_FontArray* array, unsigned long index, char* buffer,
                                          int bufferLength);
 
+/* What held the face in its file: "sfnt", "collection", "PFB", "PFA",
+ * "WOFF", "WOFF2", "dfont" or "resource fork". Every face has one, whatever
+ * the attribute mask; the XML and property-list forms do not carry it.
+ * Checks the index. */
+TP_API unsigned long TP_GetWrapper(TP_FontArray* array, unsigned long index, char* buffer,
+                                   int bufferLength);
+/* The Mac container the face's bytes came through: "" for an ordinary file,
+ * else "MacBinary", "AppleSingle", "AppleDouble sidecar", "extended
+ * attributes" or "native resource fork". As TP_GetWrapper. */
+TP_API unsigned long TP_GetContainer(TP_FontArray* array, unsigned long index, char* buffer,
+                                     int bufferLength);
+
 /* The PostScript name from the naming table of sfnt data in memory. Does
  * nothing when any pointer is null, and leaves the buffer untouched when the
  * font has no such name. */

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "api/FaceWrapper.h"
 #include "api/FontArray.h"
 #include "checksum/CChecksum.h"
 #include "fontfiles/FontKind.h"
@@ -53,7 +54,13 @@ unsigned long faceCRC(const Face& face, unsigned long crc)
 void AppendCollectionFaces(const char* path, unsigned long attributeMask,
                            const ReadOptions& options, TP_FontArray& array)
 {
-    TrueTypeCollectionFont collection(path);
+    AppendCollectionFaces(TrueTypeCollectionFont(path), path, attributeMask, options, array);
+}
+
+void AppendCollectionFaces(const TrueTypeCollectionFont& collection, const char* path,
+                           unsigned long attributeMask, const ReadOptions& options,
+                           TP_FontArray& array)
+{
     const unsigned long count = std::min(collection.faceCount(), kMaxFacesPerFile);
     for (unsigned long index = 0; index < count; ++index) {
         Face layout;
@@ -82,6 +89,7 @@ void AppendCollectionFaces(const char* path, unsigned long attributeMask,
         // The legacy checksum is still 0 here: the plain CRC-32 of the face.
         face.typeprobeChecksum = uint32_t(faceCRC(layout, face.legacyTypeprobeChecksum));
         face.validAttributes = uint32_t(attributeMask);
+        SetFaceWrapper(face, path, nullptr);
         array.Append(face);
     }
 }

@@ -1,4 +1,6 @@
 #include <memory>
+#include <optional>
+#include <utility>
 
 #include "api/CollectionSpecifiers.h"
 #include "api/ResourceFileSpecifiers.h"
@@ -6,6 +8,7 @@
 #include "fontfiles/TFontData.h"
 #include "containers/MacForks.h"
 #include "containers/ReadScope.h"
+#include "containers/WebFont.h"
 #include "typeprobe/typeprobe.h"
 
 namespace {
@@ -23,6 +26,15 @@ bool isCollection(const char* path, const ReadOptions& options)
 {
     if (options.allFormats) return DataForkSignature(path) == Signature::Collection;
     return fontTypeFromExtension(path) == kExtensionTTC;
+}
+
+// The collection a WOFF2 wraps, decoded; nothing for any other file.
+std::optional<SharedBytes> webFontCollection(const char* path, const ReadOptions& options)
+{
+    if (!options.allFormats || DataForkSignature(path) != Signature::WebFont) return std::nullopt;
+    std::optional<SharedBytes> font = WebFont::DecodeDataFork(path);
+    if (!font || SignatureOf(font->view()) != Signature::Collection) return std::nullopt;
+    return font;
 }
 
 }  // namespace
@@ -43,6 +55,9 @@ TP_API unsigned long TP_CreateSpecifierWithOptions(const char* path, unsigned lo
     auto array = std::make_unique<TP_FontArray>();
     if (isCollection(path, read))
         AppendCollectionFaces(path, attributeMask, read, *array);
+    else if (std::optional<SharedBytes> collection = webFontCollection(path, read))
+        AppendCollectionFaces(TrueTypeCollectionFont(std::move(*collection)), path, attributeMask,
+                              read, *array);
     else
         AppendResourceFileFaces(path, attributeMask, read, *array);
     if (array->size() == 0) return kTP_NullArgumentOrNotFound;

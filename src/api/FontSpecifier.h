@@ -30,6 +30,10 @@ public:
     LxString version;
     LxString printerFontName;
     LxString platform;
+    // What held the face in its file, and the Mac container its bytes came
+    // through ("" for an ordinary file); always set, never compared.
+    LxString wrapper;
+    LxString container;
     uint32_t kerningChecksum = 0;
     uint32_t typeprobeChecksum = 0;
     uint32_t legacyTypeprobeChecksum = 0;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "api/FaceWrapper.h"
 #include "api/FontArray.h"
 #include "checksum/FondKerning.h"
 #include "checksum/ResourceChecksums.h"
@@ -71,6 +72,12 @@ void appendFace(const TypeprobeResourceFile* file, const LxString& path, const F
     face.typeprobeChecksum =
         uint32_t(GetVantorChecksum(path, file, fond, style, crossPlatform, legacy));
     face.legacyTypeprobeChecksum = uint32_t(legacy);
+    SetFaceWrapper(face, path.str(), file);
+    // A web font is the same face as the font it wraps: both checksums are
+    // the decoded font's.
+    if (options.allFormats && WrappedAsWebFont(face))
+        face.typeprobeChecksum = face.legacyTypeprobeChecksum =
+            uint32_t(DecodedWebFontCRC(path.str()));
     if (hasFond) face.fondResourceID = fond->id;
     setOutlineFile(face, path);
     face.validAttributes = uint32_t(mask);

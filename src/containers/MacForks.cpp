@@ -462,3 +462,17 @@ bool ReadResourceFork(const std::string& path, std::vector<uint8_t>& out)
 }
 
 }  // namespace MacForks
+
+const char* ContainerName(MacContainer container)
+{
+    switch (container) {
+    case MacContainer::NativeFork: return "native resource fork";
+    case MacContainer::ExtendedAttribute: return "extended attributes";
+    case MacContainer::AppleDouble: return "AppleDouble sidecar";
+    case MacContainer::AppleSingle: return "AppleSingle";
+    case MacContainer::MacBinary: return "MacBinary";
+    case MacContainer::None:
+    case MacContainer::PlainFile: break;
+    }
+    return "";
+}

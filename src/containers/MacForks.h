@@ -68,6 +68,11 @@ enum class MacContainer : uint8_t {
     MacBinary,          // the file itself
 };
 
+// How a container is named to users: "" for an ordinary file,
+// "MacBinary", "AppleSingle", "AppleDouble sidecar", "extended attributes"
+// or "native resource fork".
+const char* ContainerName(MacContainer container);
+
 struct MacFile {
     bool exists = false;
     std::string path;  // the logical path asked for

@@ -48,6 +48,8 @@ public:
         std::unordered_map<std::string, MacFile> resolved;
         std::map<std::pair<std::string, std::string>, std::optional<SharedBytes>> attributes;
         std::unordered_map<std::string, FileCRCs> crcs;
+        // Web fonts decoded, by logical path; nothing for one that is not.
+        std::unordered_map<std::string, std::optional<SharedBytes>> webFonts;
     };
 
     // This thread's memory, or null when no scope is active.

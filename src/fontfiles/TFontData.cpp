@@ -9,6 +9,7 @@
 #include "fontfiles/SfntDirectory.h"
 #include "fontfiles/Type1MetaData.h"
 #include "resourcefork/ResourceFileAccess.h"
+#include "containers/WebFont.h"
 #include "support/Refusal.h"
 
 namespace {
@@ -248,21 +249,74 @@ Signature SignatureOf(ByteView head)
     return Signature::None;
 }
 
-Signature DataForkSignature(const std::string& path)
+namespace {
+
+std::vector<uint8_t> dataForkHead(const std::string& path)
 {
     const MacFile file = MacForks::Resolve(path);
     std::vector<uint8_t> head;
     if (file.dataFork.kind == ForkLocation::Kind::Missing ||
         !MacForks::ReadForkPrefix(file.dataFork, kSignatureLength, head))
-        return Signature::None;
+        head.clear();
+    return head;
+}
+
+}  // namespace
+
+Signature DataForkSignature(const std::string& path)
+{
+    const std::vector<uint8_t> head = dataForkHead(path);
     return SignatureOf(ByteView(head.data(), head.size()));
+}
+
+const char* DataForkWrapper(const std::string& path)
+{
+    const std::vector<uint8_t> bytes = dataForkHead(path);
+    const ByteView head(bytes.data(), bytes.size());
+    switch (SignatureOf(head)) {
+    case Signature::Sfnt:
+    case Signature::SfntOTTO:
+    case Signature::SfntType1: return "sfnt";
+    case Signature::Collection: return "collection";
+    case Signature::WebFont: return WebFont::FormatName(head);
+    default: break;
+    }
+    // Type 1 by its first bytes alone, as the classic header check knows it
+    // too: segments or text.
+    uint8_t marker = 0;
+    if (head.read(0, PFBSegmentHeader::marker, marker) && marker == kPFBMarker) return "PFB";
+    if (head.startsWith("%!")) return "PFA";
+    return nullptr;
 }
 
 namespace {
 
+using KindFound = std::function<void(short, const char*)>;
+
+bool kindFromContent(TFontData& font, const KindFound& found);
+
+// A web font is read as the sfnt it wraps: decoded, that sfnt stands in for
+// the data fork and its own first bytes decide its kind. A decoded
+// collection is read by the collection path, never from here.
+bool kindOfWebFont(TFontData& font, const KindFound& found)
+{
+    std::optional<SharedBytes> sfnt = WebFont::DecodeDataFork(font.pathString.str());
+    if (!sfnt) return true;
+    font.ownsData = true;
+    font.ownedData = std::move(*sfnt);
+    font.data = font.ownedData.view();
+    font.dataSize = uint32_t(font.data.size());
+    const Signature inner = SignatureOf(font.dataForkPrefix(kSignatureLength));
+    if (inner == Signature::Sfnt || inner == Signature::SfntOTTO || inner == Signature::SfntType1)
+        return kindFromContent(font, found);
+    Refuse("web font: the decoded font is no sfnt (it starts with ",
+           quoted(font.data.head(kQuotedLength)), ")");
+    return true;
+}
+
 // Every format by its bytes. True when they decided, even that the file
-// holds no outline font (a metrics file, a web font not yet readable).
-bool kindFromContent(TFontData& font, const std::function<void(short, const char*)>& found)
+// holds no outline font (a metrics file, a malformed web font).
+bool kindFromContent(TFontData& font, const KindFound& found)
 {
     if (!font.file) return false;
     switch (SignatureOf(font.dataForkPrefix(kSignatureLength))) {
@@ -281,12 +335,7 @@ bool kindFromContent(TFontData& font, const std::function<void(short, const char
         return true;
     case Signature::Collection: found(kFontTypeCollection, kKindCollection); return true;
     case Signature::Type1: found(kFontTypePostScript, kKindPostScript); return true;
-    case Signature::WebFont:
-        // The place for web fonts: Woff::DecodeToSfnt or Woff2::DecodeToSfnt
-        // gives the sfnt the file wraps; put it in font.ownedData and
-        // font.data, classify its first bytes as above and read it as that
-        // sfnt. Until then a web font gives no face.
-        return true;
+    case Signature::WebFont: return kindOfWebFont(font, found);
     case Signature::Metrics: return true;
     case Signature::None: break;
     }

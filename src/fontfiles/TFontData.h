@@ -79,6 +79,9 @@ enum class Signature {
 Signature SignatureOf(ByteView head);
 // The signature of the data fork of the logical file at `path`.
 Signature DataForkSignature(const std::string& path);
+// What holds the font in that data fork: "sfnt", "collection", "PFB",
+// "PFA", "WOFF" or "WOFF2"; null when its first bytes show none of these.
+const char* DataForkWrapper(const std::string& path);
 
 // Sets fontType (and extensionKind when the extension is consulted) and the
 // kind name, when one is found. With every format, the bytes decide first.

@@ -49,8 +49,13 @@ TrueTypeCollectionFont::TrueTypeCollectionFont(const std::string& path) : path(p
 }
 
 TrueTypeCollectionFont::TrueTypeCollectionFont(std::vector<uint8_t> bytes)
+    : TrueTypeCollectionFont(SharedBytes(std::move(bytes)))
 {
-    Adopt(SharedBytes(std::move(bytes)));
+}
+
+TrueTypeCollectionFont::TrueTypeCollectionFont(SharedBytes bytes)
+{
+    Adopt(std::move(bytes));
 }
 
 int TrueTypeCollectionFont::ReadIntoMemory()

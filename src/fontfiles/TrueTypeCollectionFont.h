@@ -18,6 +18,7 @@ public:
     // A collection already in memory: the checks of ReadIntoMemory apply
     // (the bytes are dropped when they fail); no file is read.
     explicit TrueTypeCollectionFont(std::vector<uint8_t> bytes);
+    explicit TrueTypeCollectionFont(SharedBytes bytes);
     virtual ~TrueTypeCollectionFont() = default;
 
     // 0 success, 2 not a collection, 3 empty file or unknown version,

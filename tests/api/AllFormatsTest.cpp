@@ -1,5 +1,8 @@
 // TP_CreateSpecifierWithOptions: with no options the classic entry, field
-// by field; with kTP_AllFormats every font on a real disk, known by its bytes.
+// by field; with kTP_AllFormats every font on a real disk, known by its
+// bytes, each face saying what held it.
+#include <zlib.h>
+
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -18,9 +21,11 @@ namespace {
 
 const std::string kUrw = "/usr/share/fonts/type1/urw-base35/";
 const std::string kTtc = "/usr/share/fonts/truetype/wqy/wqy-zenhei.ttc";
+const std::string kDejaVu = "/usr/share/fonts/truetype/dejavu/";
+const std::string kOtf = "/usr/share/fonts/opentype/urw-base35/C059-Bold.otf";
 
-// Every field of every face, one line each; the result code when there is
-// no array.
+// Every field of every face but the two that tell files apart (outline size
+// and wrapper), one line each; the result code when there is no array.
 std::vector<std::string> faces(const std::string& path, unsigned long options, bool classicEntry = false)
 {
     TP_FontArray* array = nullptr;
@@ -33,13 +38,12 @@ std::vector<std::string> faces(const std::string& path, unsigned long options, b
         const TP_FontSpecifier f = array->at(i);
         std::ostringstream line;
         for (const LxString* text : {&f.kindName, &f.familyName, &f.postScriptName, &f.fullName, &f.displayName,
-                                     &f.foundryName, &f.version, &f.printerFontName, &f.platform})
+                                     &f.foundryName, &f.version, &f.printerFontName, &f.platform, &f.container})
             line << text->str() << '|';
         for (const int64_t number :
              {int64_t(f.kerningChecksum), int64_t(f.typeprobeChecksum), int64_t(f.legacyTypeprobeChecksum),
-              int64_t(f.outlineFileSize), int64_t(f.fondStyle), int64_t(f.firstResourceID), int64_t(f.fondResourceID),
-              int64_t(f.fileCreator), int64_t(f.fileType), int64_t(f.outlineFileCreator), int64_t(f.outlineFileType),
-              int64_t(f.validAttributes)})
+              int64_t(f.fondStyle), int64_t(f.firstResourceID), int64_t(f.fondResourceID), int64_t(f.fileCreator),
+              int64_t(f.fileType), int64_t(f.outlineFileCreator), int64_t(f.outlineFileType), int64_t(f.validAttributes)})
             line << number << '|';
         lines.push_back(line.str());
     }
@@ -47,27 +51,49 @@ std::vector<std::string> faces(const std::string& path, unsigned long options, b
     return lines;
 }
 
-// Kind and PostScript name of the first face; empty when there is none.
-std::string kindAndName(const std::string& path, unsigned long options)
+// "kind name version wrapper checksum" of the first face; empty when there is none.
+std::string firstFace(const std::string& path, unsigned long options)
 {
-    const std::vector<std::string> all = faces(path, options);
-    if (all.front().starts_with("result ")) return "";
-    std::istringstream line(all.front());
-    std::string kind, family, postScriptName;
-    std::getline(line, kind, '|'), std::getline(line, family, '|'), std::getline(line, postScriptName, '|');
-    return kind + " " + postScriptName;
+    TP_FontArray* array = nullptr;
+    if (TP_CreateSpecifierWithOptions(path.c_str(), options, kTP_AllAttributes, &array) != kTP_Success) return "";
+    const TP_FontSpecifier f = array->at(0);
+    char wrapper[16];
+    TP_GetWrapper(array, 0, wrapper, sizeof wrapper);
+    TP_SpecifierFree(array);
+    char checksum[16];
+    std::snprintf(checksum, sizeof checksum, "%08X", f.typeprobeChecksum);
+    return f.kindName.str() + " " + f.postScriptName.str() + " " + f.version.str() + " " + wrapper + " " + checksum;
+}
+
+std::string crcOf(const std::string& path)
+{
+    const auto bytes = testfiles::readFile(path);
+    char text[16];
+    std::snprintf(text, sizeof text, "%08lX", crc32(0, bytes.data(), uInt(bytes.size())));
+    return text;
 }
 
 TEST(TP_CreateSpecifierWithOptions, NoOptionsIsTheClassicEntry)
 {
     std::vector<std::string> paths = {kUrw + "NimbusSans-Regular.t1", kUrw + "NimbusSans-Regular.afm",
-                                      "/usr/share/fonts/opentype/urw-base35/NimbusSans-Regular.otf",
-                                      "/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf", kTtc,
+                                      kOtf, kDejaVu + "DejaVuSans.ttf", kTtc,
                                       "/usr/share/texmf/fonts/type1/public/lm/lmr10.pfb"};
     for (const auto& entry : std::filesystem::recursive_directory_iterator(TYPEPROBE_TEST_DATA_DIR "/mac"))
         if (entry.is_regular_file()) paths.push_back(entry.path());
     for (const std::string& path : paths) EXPECT_EQ(faces(path, 0), faces(path, 0, true)) << path;
 }
+
+// fontTools keeps the font's table order and head's dates only when told
+// to; a WOFF2 collection comes from woff2_compress.
+const char* kWrap =
+    "import sys\nfrom fontTools import subset\nfrom fontTools.ttLib import TTFont, TTCollection\n"
+    "out, fonts = sys.argv[1], sys.argv[2:]\n"
+    "for n, p in enumerate(fonts):\n"
+    "    for flavor in (\"woff\", \"woff2\"):\n"
+    "        f = TTFont(p, recalcTimestamp=False); f.flavor = flavor; f.save(f\"{out}/{n}.{flavor}\", reorderTables=False)\n"
+    "c = TTCollection()\nfor p in fonts[:2]:\n"
+    "    f = TTFont(p); s = subset.Subsetter(); s.populate(text=\"Typeprobe\"); s.subset(f); c.fonts.append(f)\n"
+    "c.save(f\"{out}/pair.ttc\")";
 
 TEST(TP_CreateSpecifierWithOptions, EveryFormatOnARealDisk)
 {
@@ -79,26 +105,37 @@ TEST(TP_CreateSpecifierWithOptions, EveryFormatOnARealDisk)
     broken.push_back({"glyf", "trailing"});
     testfiles::writeFile(dir / "nameless.ttf", testfonts::sfnt(0x00010000, nameless));
     testfiles::writeFile(dir / "broken.otb", testfonts::sfnt(0x00010000, broken));
-    const std::string lmodern = "/usr/share/texmf/fonts/type1/public/lm/lmr10.pfb";
+    const std::string ttf = kDejaVu + "DejaVuSansMono.ttf", lmodern = "/usr/share/texmf/fonts/type1/public/lm/lmr10.pfb";
+    oracle::python(kWrap, dir.path() + " " + ttf + " " + kOtf);
+    oracle::lines("woff2_compress " + (dir / "pair.ttc") + " >/dev/null 2>&1; cp " + (dir / "pair.woff2") + " " +
+                  (dir / "copy.woff2") + "; woff2_decompress " + (dir / "copy.woff2"));
     const struct {
         std::string path, classic, allFormats;
     } cases[] = {
-        {kUrw + "NimbusSans-Regular.t1", "", "PostScript NimbusSans-Regular"},
-        {lmodern, "", "PostScript LMRoman10-Regular"},
+        {kUrw + "NimbusSans-Regular.t1", "", "PostScript NimbusSans-Regular 1.00 PFA"},
+        {lmodern, "", "PostScript LMRoman10-Regular 2.004 PFB"},
         {kUrw + "NimbusSans-Regular.afm", "", ""},
-        {"/usr/share/fonts/opentype/urw-base35/NimbusSans-Regular.otf", "OpenType - PS NimbusSans-Regular",
-         "OpenType - PS NimbusSans-Regular"},
-        {dir / "zenhei", "", "TrueType Collection WenQuanYiZenHei"},
-        {dir / "nameless.ttf", "", "TrueType "},
-        {dir / "broken.otb", "", "TrueType "},
+        {kOtf, "OpenType - PS C059-Bold Version 1.00 sfnt " + crcOf(kOtf), "OpenType - PS C059-Bold Version 1.00 sfnt " + crcOf(kOtf)},
+        {dir / "zenhei", "", "TrueType Collection WenQuanYiZenHei Version 0.9.45 collection"},
+        {dir / "nameless.ttf", "", "TrueType   sfnt"},
+        {dir / "broken.otb", "", "TrueType   sfnt"},
+        // A WOFF rebuilds its source byte for byte; a WOFF2 decodes to the same names.
+        {dir / "0.woff", "", "OpenType - TT DejaVuSansMono Version 2.37 WOFF " + crcOf(ttf)},
+        {dir / "1.woff", "", "OpenType - PS C059-Bold Version 1.00 WOFF " + crcOf(kOtf)},
+        {dir / "0.woff2", "", "OpenType - TT DejaVuSansMono Version 2.37 WOFF2"},
+        {dir / "1.woff2", "", "OpenType - PS C059-Bold Version 1.00 WOFF2"},
+        {dir / "pair.woff2", "", "TrueType Collection DejaVuSansMono Version 2.37 WOFF2"},
     };
     for (const auto& c : cases) {
-        EXPECT_EQ(kindAndName(c.path, 0), c.classic) << c.path;
-        EXPECT_EQ(kindAndName(c.path, kTP_AllFormats), c.allFormats) << c.path;
+        EXPECT_EQ(firstFace(c.path, 0), c.classic) << c.path;
+        EXPECT_TRUE(firstFace(c.path, kTP_AllFormats).starts_with(c.allFormats)) << c.path << ": " << firstFace(c.path, kTP_AllFormats);
     }
-    // A collection of any name gives every face as the ".ttc" path does.
+    // A collection of any name gives every face as the ".ttc" path does; a
+    // WOFF2 collection every face of the collection woff2_decompress writes.
     EXPECT_EQ(faces(dir / "zenhei", kTP_AllFormats), faces(kTtc, 0));
     EXPECT_EQ(faces(kTtc, kTP_AllFormats), faces(kTtc, 0));
+    EXPECT_EQ(faces(dir / "pair.woff2", kTP_AllFormats), faces(dir / "copy.ttf", kTP_AllFormats));
+    EXPECT_EQ(faces(dir / "pair.woff2", kTP_AllFormats).size(), 2u);
     // fontTools reads the same names from the Type 1 fonts.
     const auto names = oracle::python(
         "import sys\nfrom fontTools.t1Lib import T1Font\nfor p in sys.argv[1:]:\n"

@@ -114,6 +114,12 @@ TEST(Exports, ArrayFunctionsResultCodes)
     TP_GetTypeprobeVersion(nullptr, nullptr);  // null outputs are skipped
     char reason[8];
     EXPECT_EQ(TP_ExplainRefusals(nullptr, reason, 8) + TP_ExplainRefusals("x", nullptr, 8), 2u);
+    // The wrapping accessors check the index and need no attribute bit.
+    for (auto get : {TP_GetWrapper, TP_GetContainer}) {
+        EXPECT_EQ(get(&two, 2, reason, 8), 4u);
+        EXPECT_EQ(get(nullptr, 0, reason, 8) + get(&two, 0, nullptr, 8), 2u);
+        EXPECT_EQ(get(&two, 1, reason, 8), 0u);
+    }
 }
 
 TEST(Exports, FontIndexForFONDResourceID)

@@ -138,7 +138,8 @@ TEST(Identify, AttributesChooseTheKeysAndTheColumns)
     std::set<std::string> keys;
     const auto face = run.json();
     for (const auto& [key, value] : face.items()) keys.insert(key);
-    EXPECT_EQ(keys, (std::set<std::string>{"path", "index", "postScriptName", "checksum", "outlineFileSize"}));
+    EXPECT_EQ(keys, (std::set<std::string>{"path", "index", "postScriptName", "checksum", "outlineFileSize",
+                                           "wrapper", "container"}));
 
     run = Typeprobe({"identify", "-a", "0x1001", dfont});
     ASSERT_EQ(run.status, 0) << run.err;
