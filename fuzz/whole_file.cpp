@@ -22,7 +22,8 @@ void readFace(TP_FontArray* array, unsigned long index)
     for (TextAccessor text : {TP_GetKindName, TP_GetFamilyName, TP_GetPostScriptName,
                               TP_GetFullName, TP_GetDisplayName, TP_GetPrinterFont,
                               TP_GetPlatform, TP_GetFoundryName, TP_GetLegacyFoundryName,
-                              TP_GetVersion, TP_GetWindowsMMFile}) {
+                              TP_GetVersion, TP_GetWindowsMMFile, TP_GetWrapper,
+                              TP_GetContainer}) {
         const unsigned long result = text(array, index, buffer, sizeof buffer);
         FUZZ_CHECK(result == kTP_Success || result == kTP_NullArgumentOrNotFound);
         if (result == kTP_Success) FUZZ_CHECK(std::string(buffer).size() < sizeof buffer);

@@ -35,6 +35,29 @@ done | grep -E '\.(ttf|ttc|otf|pfb|pfa|pfm|afm|t1)$' | sort -u | while read -r f
 done > "$work/files"
 mapfile -t files < "$work/files"
 ((${#files[@]} > 0)) || { echo "no font files: run scripts/setup.sh" >&2; exit 1; }
+
+# Every other format too: a WOFF (fontTools) and a WOFF2 (woff2_compress) of
+# each DejaVu, Liberation and URW TrueType and OpenType font, and the Mac
+# fonts of the test data (suitcases, printer fonts, dfonts in MacBinary).
+mkdir -p "$work/web"
+grep -E '/(dejavu|liberation2|urw-base35)/.*\.(ttf|otf)$' "$work/files" > "$work/sources"
+"$python" - "$work/web" < "$work/sources" <<'PY'
+import os, sys
+from fontTools.ttLib import TTFont
+for n, path in enumerate(line.strip() for line in sys.stdin):
+    font = TTFont(path, recalcTimestamp=False)
+    font.flavor = "woff"
+    font.save(os.path.join(sys.argv[1], f"{n}-{os.path.basename(path)}.woff"), reorderTables=False)
+PY
+n=0
+while read -r source; do
+  cp "$source" "$work/web/$n-$(basename "$source")" && woff2_compress "$work/web/$n-$(basename "$source")" >/dev/null 2>&1
+  rm -f "$work/web/$n-$(basename "$source")"
+  n=$((n + 1))
+done < "$work/sources"
+find "$work/web" -type f | sort >> "$work/files"
+find tests/data/mac -type f ! -name '*.md' ! -name '*.txt' ! -path '*/scripts/*' | sort >> "$work/files"
+mapfile -t files < "$work/files"
 total_bytes=$(cat "${files[@]}" | wc -c)
 largest_bytes=$(stat -c %s "${files[@]}" | sort -n | tail -1)
 

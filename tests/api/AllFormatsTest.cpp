@@ -6,11 +6,11 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <sstream>
 #include <string>
 #include <vector>
 
 #include "api/FontArray.h"
+#include "common/FaceArrays.h"
 #include "common/FileIO.h"
 #include "common/Oracle.h"
 #include "common/SfntBuilder.h"
@@ -24,45 +24,16 @@ const std::string kTtc = "/usr/share/fonts/truetype/wqy/wqy-zenhei.ttc";
 const std::string kDejaVu = "/usr/share/fonts/truetype/dejavu/";
 const std::string kOtf = "/usr/share/fonts/opentype/urw-base35/C059-Bold.otf";
 
-// Every field of every face but the two that tell files apart (outline size
-// and wrapper), one line each; the result code when there is no array.
-std::vector<std::string> faces(const std::string& path, unsigned long options, bool classicEntry = false)
-{
-    TP_FontArray* array = nullptr;
-    const unsigned long result = classicEntry
-                                     ? TP_CreateSpecifier(path.c_str(), 0, kTP_AllAttributes, &array)
-                                     : TP_CreateSpecifierWithOptions(path.c_str(), options, kTP_AllAttributes, &array);
-    if (result != kTP_Success) return {"result " + std::to_string(result)};
-    std::vector<std::string> lines;
-    for (unsigned long i = 0; i < array->size(); ++i) {
-        const TP_FontSpecifier f = array->at(i);
-        std::ostringstream line;
-        for (const LxString* text : {&f.kindName, &f.familyName, &f.postScriptName, &f.fullName, &f.displayName,
-                                     &f.foundryName, &f.version, &f.printerFontName, &f.platform, &f.container})
-            line << text->str() << '|';
-        for (const int64_t number :
-             {int64_t(f.kerningChecksum), int64_t(f.typeprobeChecksum), int64_t(f.legacyTypeprobeChecksum),
-              int64_t(f.fondStyle), int64_t(f.firstResourceID), int64_t(f.fondResourceID), int64_t(f.fileCreator),
-              int64_t(f.fileType), int64_t(f.outlineFileCreator), int64_t(f.outlineFileType), int64_t(f.validAttributes)})
-            line << number << '|';
-        lines.push_back(line.str());
-    }
-    TP_SpecifierFree(array);
-    return lines;
-}
-
 // "kind name version wrapper checksum" of the first face; empty when there is none.
 std::string firstFace(const std::string& path, unsigned long options)
 {
-    TP_FontArray* array = nullptr;
-    if (TP_CreateSpecifierWithOptions(path.c_str(), options, kTP_AllAttributes, &array) != kTP_Success) return "";
-    const TP_FontSpecifier f = array->at(0);
-    char wrapper[16];
-    TP_GetWrapper(array, 0, wrapper, sizeof wrapper);
-    TP_SpecifierFree(array);
+    const facearrays::Array fonts = facearrays::Identify(path, kTP_AllAttributes, long(options));
+    if (!fonts) return "";
+    const TP_FontSpecifier& f = fonts->at(0);
     char checksum[16];
     std::snprintf(checksum, sizeof checksum, "%08X", f.typeprobeChecksum);
-    return f.kindName.str() + " " + f.postScriptName.str() + " " + f.version.str() + " " + wrapper + " " + checksum;
+    return f.kindName.str() + " " + f.postScriptName.str() + " " + f.version.str() + " " + f.wrapper.str() + " " +
+           checksum;
 }
 
 std::string crcOf(const std::string& path)
@@ -80,7 +51,7 @@ TEST(TP_CreateSpecifierWithOptions, NoOptionsIsTheClassicEntry)
                                       "/usr/share/texmf/fonts/type1/public/lm/lmr10.pfb"};
     for (const auto& entry : std::filesystem::recursive_directory_iterator(TYPEPROBE_TEST_DATA_DIR "/mac"))
         if (entry.is_regular_file()) paths.push_back(entry.path());
-    for (const std::string& path : paths) EXPECT_EQ(faces(path, 0), faces(path, 0, true)) << path;
+    for (const std::string& path : paths) EXPECT_EQ(facearrays::Describe(path, 0), facearrays::Describe(path)) << path;
 }
 
 // fontTools keeps the font's table order and head's dates only when told
@@ -132,10 +103,11 @@ TEST(TP_CreateSpecifierWithOptions, EveryFormatOnARealDisk)
     }
     // A collection of any name gives every face as the ".ttc" path does; a
     // WOFF2 collection every face of the collection woff2_decompress writes.
-    EXPECT_EQ(faces(dir / "zenhei", kTP_AllFormats), faces(kTtc, 0));
-    EXPECT_EQ(faces(kTtc, kTP_AllFormats), faces(kTtc, 0));
-    EXPECT_EQ(faces(dir / "pair.woff2", kTP_AllFormats), faces(dir / "copy.ttf", kTP_AllFormats));
-    EXPECT_EQ(faces(dir / "pair.woff2", kTP_AllFormats).size(), 2u);
+    EXPECT_EQ(facearrays::Describe(dir / "zenhei", kTP_AllFormats), facearrays::Describe(kTtc));
+    EXPECT_EQ(facearrays::Describe(kTtc, kTP_AllFormats), facearrays::Describe(kTtc));
+    const std::string pair = facearrays::Describe(dir / "pair.woff2", kTP_AllFormats);
+    EXPECT_EQ(pair, facearrays::Describe(dir / "copy.ttf", kTP_AllFormats));
+    EXPECT_EQ(facearrays::Identify(dir / "pair.woff2", kTP_AllAttributes, kTP_AllFormats)->size(), 2u);
     // fontTools reads the same names from the Type 1 fonts.
     const auto names = oracle::python(
         "import sys\nfrom fontTools.t1Lib import T1Font\nfor p in sys.argv[1:]:\n"

@@ -7,7 +7,6 @@
 
 #include <functional>
 #include <map>
-#include <sstream>
 
 #include "api/FontArray.h"
 #include "common/FaceArrays.h"
@@ -18,34 +17,6 @@
 namespace {
 
 using namespace macfixtures;
-
-// The printer font by its file name alone: its folder differs from place to
-// place, and a font read from its own data fork names the path given.
-std::string printerName(const std::string& path)
-{
-    std::string name = path.substr(path.find_last_of('/') + 1);
-    if (name.size() > 4 && name.ends_with(".bin")) name.resize(name.size() - 4);
-    return name;
-}
-
-std::string describe(const std::string& path)
-{
-    const facearrays::Array fonts = facearrays::Identify(path);
-    if (!fonts) return "no faces";
-    std::ostringstream out;
-    for (const TP_FontSpecifier& f : fonts->faces()) {
-        out << f.kindName.str() << "|" << f.familyName.str() << "|" << f.postScriptName.str()
-            << "|" << f.fullName.str() << "|" << f.displayName.str() << "|"
-            << f.foundryName.str() << "|" << f.version.str() << "|"
-            << printerName(f.printerFontName.str()) << "|" << f.platform.str() << "|" << std::hex
-            << f.kerningChecksum << "|" << f.typeprobeChecksum << "|"
-            << f.legacyTypeprobeChecksum << "|" << std::dec << f.outlineFileSize << "|"
-            << f.fondStyle << "|" << f.firstResourceID << "|" << f.fondResourceID << "|"
-            << fourCCString(f.fileType) << fourCCString(f.fileCreator) << "|"
-            << fourCCString(f.outlineFileType) << fourCCString(f.outlineFileCreator) << "\n";
-    }
-    return out.str();
-}
 
 std::vector<MacParts> corpusFiles(std::initializer_list<const char*> names)
 {
@@ -188,7 +159,7 @@ std::string describeIn(const Sample& sample, const Container& container)
         }
         if (first.empty()) first = path;
     }
-    return describe(first) + wrapping(first);
+    return facearrays::Describe(first) + wrapping(first);
 }
 
 class EveryContainer : public testing::TestWithParam<Case> {};
