@@ -3,6 +3,7 @@
 # clean clone of one commit (uncommitted files are left out) is copied into a
 # minimal bookworm root, where, as root in a chroot, it runs
 #   scripts/build.sh && build/bin/typeprobe identify tests/data/mac
+#   the Python package's install and first call, as the README shows them
 #   scripts/test.sh
 # and the check ends with a PASS or FAIL line (exit status 0 or 1).
 #
@@ -169,6 +170,11 @@ step() {
 }
 failed=0
 step "quick start" 'scripts/build.sh && build/bin/typeprobe identify tests/data/mac' || failed=1
+# The README's Python commands, as a user types them after the build.
+step "python quick start" 'python3 -m venv --system-site-packages .venv && . .venv/bin/activate &&
+  pip install --no-build-isolation --no-index ./python &&
+  python3 -c "import typeprobe; print(typeprobe.identify(\"tests/data/mac/ps-family/DejaVuSerif.bin\"))" |
+  tee /dev/stderr | grep -o "Face(" | wc -l | grep -qx 4' || failed=1
 step "test suite" 'scripts/test.sh' || failed=1
 echo "=== skipped tests"
 for log in build-test/*/Testing/Temporary/LastTest.log; do

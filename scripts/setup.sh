@@ -9,6 +9,7 @@ packages=(
   libplist-dev libplist++-dev libplist-utils libicu-dev zlib1g-dev libisal-dev libdeflate-dev libwoff-dev libbrotli-dev
   libcli11-dev nlohmann-json3-dev
   python3 python3-fonttools python3-brotli woff2 fontconfig
+  python3-venv python3-setuptools python3-wheel python3-pytest python3-distributed python3-pandas
   fonts-dejavu-core fonts-liberation2 fonts-urw-base35 fonts-texgyre fonts-noto-cjk gsfonts
   fonts-wqy-zenhei fonts-lmodern lmodern xfonts-scalable hyperfine time
 )

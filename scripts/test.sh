@@ -25,6 +25,9 @@ run_suite() {
 }
 
 run_suite release "" -DCMAKE_BUILD_TYPE=RelWithDebInfo
+echo "=== python tests ==="
+TYPEPROBE_LIBRARY=build-test/release/lib/libtypeprobe.so.1 \
+  TYPEPROBE_TOOL=build-test/release/bin/typeprobe /usr/bin/python3 -m pytest -q -p no:cacheprovider python/tests
 # The sanitizer build uses clang, so both compilers see the code warning-free.
 run_suite sanitize "" -DCMAKE_BUILD_TYPE=Debug -DTYPEPROBE_SANITIZE=ON \
   -DCMAKE_C_COMPILER=clang -DCMAKE_CXX_COMPILER=clang++
