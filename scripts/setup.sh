@@ -7,7 +7,7 @@ packages=(
   build-essential cmake ninja-build pkg-config git clang libclang-rt-14-dev
   libgtest-dev libgmock-dev libbenchmark-dev
   libplist-dev libplist++-dev libplist-utils libicu-dev zlib1g-dev libisal-dev libdeflate-dev libwoff-dev libbrotli-dev
-  libcli11-dev nlohmann-json3-dev
+  libcli11-dev nlohmann-json3-dev libsqlite3-dev libsqlitecpp-dev sqlite3
   python3 python3-fonttools python3-brotli woff2 fontconfig
   python3-venv python3-setuptools python3-wheel python3-pytest python3-distributed python3-pandas
   fonts-dejavu-core fonts-liberation2 fonts-urw-base35 fonts-texgyre fonts-noto-cjk gsfonts

@@ -98,6 +98,7 @@ struct Options {
     SplitOptions split;
     MatchOptions match;
     DuplicatesOptions duplicates;
+    CatalogOptions catalog;
     ClassifyOptions classify;
     StylesOptions styles;
     std::string versionFormat = "table";
@@ -169,9 +170,11 @@ void AddDuplicates(CLI::App& app, DuplicatesOptions& options)
 {
     auto* command = app.add_subcommand(
         "duplicates", "Find the same release in several places, and conflicting releases");
-    command->add_option("PATH", options.paths, "Font files and folders")
-        ->required()
-        ->type_name("");
+    command->add_option("PATH", options.paths, "Font files and folders")->type_name("");
+    command->add_option("--catalog", options.catalog,
+                        "Answer from a catalog (FILE, or the default one) instead of the files")
+        ->type_name("[=FILE]")
+        ->expected(0, 1);
     AddFormat(*command, options.format, {"table", "json"});
     AddClassic(*command, options.classic);
     AddRunOptions(*command, options.run, options.quiet);
@@ -180,6 +183,54 @@ void AddDuplicates(CLI::App& app, DuplicatesOptions& options)
         "whatever their file names. Faces that share a PostScript name (letter case aside) "
         "under different checksums are conflicting releases of one font. Every font format is "
         "recognised by its bytes, as by identify; --classic keeps to the classic rules."));
+}
+
+void AddCatalog(CLI::App& app, CatalogOptions& options)
+{
+    auto* catalog = app.add_subcommand(
+        "catalog", "Keep the faces of font folders in a catalog, and ask it");
+    catalog->require_subcommand(1);
+    catalog->footer(Wrapped(
+        "The catalog is an SQLite database: --catalog FILE, or by default "
+        "$XDG_DATA_HOME/typeprobe/catalog.sqlite (~/.local/share when unset). A rescan reads "
+        "only the files whose size, modification time, inode or Mac sidecars changed; several "
+        "scans may run at once, and an interrupted scan leaves a usable catalog that the next "
+        "scan completes. \"typeprobe duplicates --catalog\" answers from it.\n\n"
+        "catalog scan PATH... [-j N] [--no-progress]; catalog find [--postscript-name NAME] "
+        "[--family NAME] [--foundry NAME] [--kind KIND] [--checksum HEX] [-i]; catalog list "
+        "[PATH...]; catalog stats. Each takes --catalog FILE, -f FORMAT and -q."));
+    const auto common = [&](CLI::App* command) {
+        command->add_option("--catalog", options.file, "The catalog (default: the user's own)")
+            ->type_name("FILE");
+        command->add_flag("-q,--quiet", options.quiet, "No summary line");
+        command->callback([&options, command] { options.action = command->get_name(); });
+    };
+    auto* scan = catalog->add_subcommand("scan", "Add or refresh font files and folders");
+    scan->add_option("PATH", options.paths, "Font files and folders")->required()->type_name("");
+    scan->add_option("-j,--jobs", options.run.jobs, "Files read at once (0: one per core)")
+        ->type_name("N")
+        ->check(CLI::NonNegativeNumber);
+    scan->add_flag("--no-progress", options.run.noProgress, "No progress bar");
+    AddFormat(*scan, options.format, {"table", "json"});
+    common(scan);
+    scan->footer(Wrapped("Prints the files new, changed, removed (gone from under the paths), "
+                         "unchanged (not read again) and the errors."));
+    auto* find = catalog->add_subcommand("find", "Faces by name, family, foundry, kind or checksum");
+    find->add_option("--postscript-name", options.postScriptName, "PostScript name")->type_name("NAME");
+    find->add_option("--family", options.family, "Family name")->type_name("NAME");
+    find->add_option("--foundry", options.foundry, "Foundry")->type_name("NAME");
+    find->add_option("--kind", options.kind, "Kind (\"TrueType\", \"OpenType - PS\", ...)")->type_name("KIND");
+    find->add_option("--checksum", options.checksum, "Identity checksum (hexadecimal)")->type_name("HEX");
+    find->add_flag("-i,--ignore-case", options.ignoreCase, "Names in any letter case");
+    AddFormat(*find, options.format, {"table", "json", "jsonl"});
+    common(find);
+    auto* list = catalog->add_subcommand("list", "The files and faces in the catalog");
+    list->add_option("PATH", options.paths, "Only files at or below these paths")->type_name("");
+    AddFormat(*list, options.format, {"table", "json", "jsonl"});
+    common(list);
+    auto* stats = catalog->add_subcommand("stats", "What the catalog holds");
+    AddFormat(*stats, options.format, {"table", "json"});
+    common(stats);
 }
 
 void AddKnowledge(CLI::App& app, Options& options)
@@ -245,6 +296,7 @@ int Dispatch(CLI::App& app, const Options& options)
     if (name == "split") return RunSplit(options.split);
     if (name == "match") return RunMatch(options.match);
     if (name == "duplicates") return RunDuplicates(options.duplicates);
+    if (name == "catalog") return RunCatalog(options.catalog);
     if (name == "classify") return RunClassify(options.classify);
     if (name == "styles") return RunStyles(options.styles);
     if (name == "version") return RunVersion(options.versionFormat);
@@ -275,6 +327,7 @@ int RunCommandLine(int argc, char** argv)
     AddSplit(app, options.split);
     AddMatch(app, options.match);
     AddDuplicates(app, options.duplicates);
+    AddCatalog(app, options.catalog);
     AddKnowledge(app, options);
     AddVersionAndHelp(app, options);
     app.require_subcommand(0, 1);

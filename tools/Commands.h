@@ -41,6 +41,7 @@ struct DuplicatesOptions {
     RunOptions run;
     bool quiet = false;
     bool classic = false;  // the classic rules, not every format
+    std::optional<std::string> catalog;  // answer from this catalog ("" the default one)
 };
 int RunDuplicates(const DuplicatesOptions& options);
 
@@ -57,6 +58,18 @@ struct StylesOptions {
     std::string format = "table";
 };
 int RunStyles(const StylesOptions& options);
+
+struct CatalogOptions {
+    std::string action;  // "scan", "find", "list", "stats"
+    std::string file;    // the catalog; empty: the default one
+    std::vector<std::string> paths;
+    std::string format = "table";
+    RunOptions run;
+    bool quiet = false;
+    std::string postScriptName, family, foundry, kind, checksum;  // what "find" looks for
+    bool ignoreCase = false;
+};
+int RunCatalog(const CatalogOptions& options);
 
 int RunVersion(const std::string& format);
 

@@ -1,7 +1,9 @@
 // typeprobe duplicates PATH...
 #include <iostream>
 
+#include "CatalogRows.h"
 #include "Commands.h"
+#include "Diagnostics.h"
 #include "DuplicateGroups.h"
 #include "ExitCodes.h"
 #include "JsonFace.h"
@@ -96,14 +98,22 @@ nlohmann::ordered_json GroupsJson(const DuplicateGroups& groups)
 int RunDuplicates(const DuplicatesOptions& options)
 {
     std::vector<FaceAt> faces;
-    const Summary summary = RunFiles(options.paths,
-                                     {kDuplicateMask, Representation::None,
-                                      RecognitionOptions(options.classic)},
-                                     options.run, [&](const FileReport& report) {
-                                         for (const Face& face : report.faces)
-                                             faces.push_back({report.task.path,
-                                                              report.faces.size(), face});
-                                     });
+    if (options.paths.empty() && !options.catalog) {
+        ReportError("duplicates: PATH is required (or --catalog)");
+        return kExitUsage;
+    }
+    const std::optional<Summary> found =
+        options.catalog ? CatalogFaces(*options.catalog, options.paths, kDuplicateMask, faces)
+                        : RunFiles(options.paths,
+                                   {kDuplicateMask, Representation::None,
+                                    RecognitionOptions(options.classic)},
+                                   options.run, [&](const FileReport& report) {
+                                       for (const Face& face : report.faces)
+                                           faces.push_back({report.task.path,
+                                                            report.faces.size(), face});
+                                   });
+    if (!found) return kExitFailure;
+    const Summary& summary = *found;
     const DuplicateGroups groups = GroupDuplicates(faces);
     if (options.format == "json") {
         auto json = GroupsJson(groups);
