@@ -40,7 +40,7 @@ Face FaceOf(const tpcatalog::FaceRow& row, unsigned long mask)
 FileReport ReportOf(const tpcatalog::FileRow& row, const std::string& shownPath, unsigned long mask)
 {
     FileReport report;
-    report.task = {shownPath, false};
+    report.task = {shownPath, false, {}};
     const bool known = row.outcome >= 0 && row.outcome <= int(FileReport::Outcome::Failed);
     report.outcome = known ? FileReport::Outcome(row.outcome) : FileReport::Outcome::Failed;
     // The line reported when the file was read stands as it was.

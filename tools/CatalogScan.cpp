@@ -158,11 +158,14 @@ SidecarFolders FindSidecarFolders(const std::vector<std::string>& paths)
     return found;
 }
 
-std::optional<tpcatalog::FileStamp> StampFile(const std::string& path, const SidecarFolders& folders)
+std::optional<tpcatalog::FileStamp> StampFile(const FileTask& task, const SidecarFolders& folders)
 {
+    const std::string& path = task.path;
     std::string onDisk = path;
     struct stat info {};
-    if (::stat(onDisk.c_str(), &info) != 0) {
+    if (task.status) {
+        info = *task.status;
+    } else if (::stat(onDisk.c_str(), &info) != 0) {
         onDisk = path + ".bin";
         if (errno != ENOENT || ::stat(onDisk.c_str(), &info) != 0) return std::nullopt;
     }
@@ -232,7 +235,7 @@ ScanCounts ScanIntoCatalog(tpcatalog::Catalog& catalog, const std::vector<std::s
     ProgressBar progress(!options.noProgress, files.size(), "files");
     ParallelRunner<ScanResult> runner(options.jobs, [&](size_t i) {
         ScanResult result;
-        auto stamp = StampFile(files[i], folders);
+        auto stamp = StampFile(discovery.files[i], folders);
         if (!stamp) {
             result.kind = ScanResult::Kind::Vanished;
             return result;

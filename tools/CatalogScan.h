@@ -27,9 +27,10 @@ struct SidecarFolders {
 // What the folders of `paths` (absolute) and their ancestors hold.
 SidecarFolders FindSidecarFolders(const std::vector<std::string>& paths);
 
-// The stamp of the file at the absolute `path` (its MacBinary copy for a
-// logical Mac file); nothing when it cannot be examined.
-std::optional<tpcatalog::FileStamp> StampFile(const std::string& path, const SidecarFolders& folders);
+// The stamp of the file at the task's absolute path (its MacBinary copy for
+// a logical Mac file), from what the walk learned of it when it can; nothing
+// when it cannot be examined.
+std::optional<tpcatalog::FileStamp> StampFile(const FileTask& task, const SidecarFolders& folders);
 
 struct ScanCounts {
     size_t added = 0, changed = 0, removed = 0, unchanged = 0, errors = 0;

@@ -78,12 +78,13 @@ private:
     // The folder resolved once and the name appended: what realpath() gives
     // unless the name is itself a link or a dot entry, at one look-up per
     // file instead of one per path component.
-    std::string canonical(const std::string& path)
+    std::string canonical(const std::string& path, const struct stat* known = nullptr)
     {
         const size_t slash = path.rfind('/');
         const std::string name = slash == std::string::npos ? path : path.substr(slash + 1);
         struct stat link {};
-        if (name.empty() || name == "." || name == ".." || ::lstat(path.c_str(), &link) != 0 ||
+        if (known) link = *known;
+        if (name.empty() || name == "." || name == ".." || (!known && ::lstat(path.c_str(), &link) != 0) ||
             S_ISLNK(link.st_mode))
             return resolved(path);
         const std::string folder = slash == std::string::npos ? "." : path.substr(0, std::max<size_t>(slash, 1));
@@ -97,17 +98,20 @@ private:
         result.problems.push_back({path, message});
     }
 
-    void addFile(const std::string& reported, const std::string& onDisk, bool named)
+    void addFile(const std::string& reported, const std::string& onDisk, bool named,
+                 const struct stat* status = nullptr)
     {
-        if (seen_.insert(canonical(onDisk)).second) result.files.push_back({reported, named});
+        if (!seen_.insert(canonical(onDisk, status)).second) return;
+        result.files.push_back({reported, named, {}});
+        if (status) result.files.back().status = *status;
     }
 
     // Inside a sidecar folder that was named directly, every file stands
-    // for its owner.
-    void addWalked(const std::string& path)
+    // for its owner. `status` is the file's own, when it is no link.
+    void addWalked(const std::string& path, const struct stat* status)
     {
         if (!IsSidecarPath(path)) {
-            addFile(path, path, false);
+            addFile(path, path, false, status);
         } else if (auto owner = SidecarOwner(path); owner && isRegularFile(*owner)) {
             addFile(*owner, *owner, false);
         }
@@ -147,8 +151,10 @@ private:
             if (::lstat(path.c_str(), &link) != 0) continue;  // vanished meanwhile
             if (S_ISDIR(link.st_mode)) {
                 walk(path);
+            } else if (S_ISREG(link.st_mode)) {
+                addWalked(path, &link);
             } else if (isRegularFile(path)) {
-                addWalked(path);
+                addWalked(path, nullptr);  // a link to a file
             }
         }
     }

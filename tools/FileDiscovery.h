@@ -11,6 +11,9 @@
 // cannot trap them; a folder named directly is walked even through a link.
 #pragma once
 
+#include <sys/stat.h>
+
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -19,6 +22,9 @@ namespace tpcli {
 struct FileTask {
     std::string path;       // as reported: given, or the walk's path
     bool named = false;     // given on the command line (so a non-font is an error)
+    // What the walk learned of a regular file that is no link, so that a
+    // rescan need not ask again.
+    std::optional<struct stat> status;
 };
 
 struct PathProblem {
