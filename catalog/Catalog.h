@@ -76,10 +76,13 @@ struct CatalogStats {
 
 class Catalog {
 public:
-    // Opens the catalog at `path`, making it when `create` and it is missing
-    // (its folder must exist); brings an older schema up to date. Throws
-    // CatalogError.
-    Catalog(const std::string& path, bool create);
+    // What a catalog is opened for: a scan makes it when it is missing (its
+    // folder must exist); a query needs it to exist.
+    enum class Use { Scan, Query };
+
+    // Opens the catalog at `path` for `use`; brings an older schema up to
+    // date. Throws CatalogError.
+    Catalog(const std::string& path, Use use);
     ~Catalog();
     Catalog(const Catalog&) = delete;
     Catalog& operator=(const Catalog&) = delete;

@@ -11,6 +11,7 @@
 #include "Diagnostics.h"
 #include "ExitCodes.h"
 #include "JsonFace.h"
+#include "Library.h"
 #include "ReportWriter.h"
 #include "TextTable.h"
 
@@ -20,9 +21,10 @@ namespace {
 
 int Scan(const CatalogOptions& options, const std::string& file)
 {
+    Library();  // before the catalog is made, and not in a worker
     std::error_code ignored;
     std::filesystem::create_directories(std::filesystem::path(file).parent_path(), ignored);
-    tpcatalog::Catalog catalog(file, true);
+    tpcatalog::Catalog catalog(file, tpcatalog::Catalog::Use::Scan);
     const ScanCounts counts = ScanIntoCatalog(catalog, options.paths, options.run);
     if (options.format == "json") {
         std::cout << JsonText({{"new", counts.added},
@@ -143,10 +145,12 @@ int RunCatalog(const CatalogOptions& options)
     const std::string file = CatalogFile(options.file);
     try {
         if (options.action == "scan") return Scan(options, file);
-        tpcatalog::Catalog catalog(file, false);
+        tpcatalog::Catalog catalog(file, tpcatalog::Catalog::Use::Query);
         if (options.action == "find") return Find(options, catalog);
         if (options.action == "list") return List(options, catalog);
         return Stats(options, catalog, file);
+    } catch (const LibraryUnavailable&) {
+        throw;
     } catch (const std::exception& error) {
         // A catalog error names the file already.
         const std::string message = error.what();

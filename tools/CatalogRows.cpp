@@ -115,7 +115,7 @@ std::optional<Summary> CatalogFaces(const std::string& file, const std::vector<s
 {
     const std::string path = CatalogFile(file);
     try {
-        tpcatalog::Catalog catalog(path, false);
+        tpcatalog::Catalog catalog(path, tpcatalog::Catalog::Use::Query);
         Summary summary;
         for (const ShownFile& shown : FilesInWalkOrder(catalog, paths, summary.errors)) {
             const FileReport report = ReportOf(shown.row, shown.path, mask);

@@ -6,6 +6,7 @@
 
 #include "Commands.h"
 #include "ExitCodes.h"
+#include "Library.h"
 #include "ManPage.h"
 #include "TextWrap.h"
 
@@ -337,7 +338,12 @@ int RunCommandLine(int argc, char** argv)
         const int status = app.exit(error);
         return status == 0 ? kExitOk : kExitUsage;
     }
-    return Dispatch(app, options);
+    try {
+        return Dispatch(app, options);
+    } catch (const LibraryUnavailable& error) {
+        std::cerr << "typeprobe: " << error.what() << '\n';
+        return kExitFailure;
+    }
 }
 
 }  // namespace tpcli

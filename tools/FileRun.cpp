@@ -2,6 +2,7 @@
 
 #include "Diagnostics.h"
 #include "FileDiscovery.h"
+#include "Library.h"
 #include "ParallelRunner.h"
 #include "ProgressBar.h"
 
@@ -10,6 +11,7 @@ namespace tpcli {
 Summary RunFiles(const std::vector<std::string>& paths, const IdentifyRequest& request,
                  const RunOptions& options, const std::function<void(const FileReport&)>& deliver)
 {
+    Library();  // here, not in a worker: a library that will not load is one error
     Summary summary;
     const Discovery discovery = DiscoverFiles(paths);
     for (const PathProblem& problem : discovery.problems) {

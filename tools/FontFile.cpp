@@ -3,6 +3,7 @@
 #include <cstdio>
 
 #include "Attributes.h"
+#include "Library.h"
 
 namespace tpcli {
 
@@ -16,28 +17,30 @@ using NumberAccessor = unsigned long (*)(TP_FontArray*, unsigned long, unsigned 
 
 TextAccessor TextAccessorFor(unsigned long bit)
 {
+    const LibraryFunctions& library = Library();
     switch (bit) {
-    case kTP_AttrPostScriptName: return TP_GetPostScriptName;
-    case kTP_AttrKindName: return TP_GetKindName;
-    case kTP_AttrFamilyName: return TP_GetFamilyName;
-    case kTP_AttrFullName: return TP_GetFullName;
-    case kTP_AttrDisplayName: return TP_GetDisplayName;
-    case kTP_AttrVersion: return TP_GetVersion;
-    case kTP_AttrPlatform: return TP_GetPlatform;
-    case kTP_AttrPrinterFontName: return TP_GetPrinterFont;
-    case kTP_AttrWindowsMMFile: return TP_GetWindowsMMFile;
-    case kTP_AttrFoundryName: return TP_GetFoundryName;
+    case kTP_AttrPostScriptName: return library.TP_GetPostScriptName;
+    case kTP_AttrKindName: return library.TP_GetKindName;
+    case kTP_AttrFamilyName: return library.TP_GetFamilyName;
+    case kTP_AttrFullName: return library.TP_GetFullName;
+    case kTP_AttrDisplayName: return library.TP_GetDisplayName;
+    case kTP_AttrVersion: return library.TP_GetVersion;
+    case kTP_AttrPlatform: return library.TP_GetPlatform;
+    case kTP_AttrPrinterFontName: return library.TP_GetPrinterFont;
+    case kTP_AttrWindowsMMFile: return library.TP_GetWindowsMMFile;
+    case kTP_AttrFoundryName: return library.TP_GetFoundryName;
     default: return nullptr;
     }
 }
 
 NumberAccessor NumberAccessorFor(unsigned long bit)
 {
+    const LibraryFunctions& library = Library();
     switch (bit) {
-    case kTP_AttrTypeprobeChecksum: return TP_GetTypeprobeChecksum;
-    case kTP_AttrLegacyTypeprobeChecksum: return TP_GetLegacyTypeprobeChecksum;
-    case kTP_AttrKerningChecksum: return TP_GetKerningChecksum;
-    case kTP_AttrOutlineFileSize: return TP_GetOutlineFileSize;
+    case kTP_AttrTypeprobeChecksum: return library.TP_GetTypeprobeChecksum;
+    case kTP_AttrLegacyTypeprobeChecksum: return library.TP_GetLegacyTypeprobeChecksum;
+    case kTP_AttrKerningChecksum: return library.TP_GetKerningChecksum;
+    case kTP_AttrOutlineFileSize: return library.TP_GetOutlineFileSize;
     default: return nullptr;
     }
 }
@@ -92,7 +95,9 @@ std::optional<FontFile> FontFile::Open(const std::string& path, unsigned long ma
                                        unsigned long options)
 {
     TP_FontArray* array = nullptr;
-    if (TP_CreateSpecifierWithOptions(path.c_str(), options, mask, &array) != kTP_Success || !array)
+    const unsigned long result =
+        Library().TP_CreateSpecifierWithOptions(path.c_str(), options, mask, &array);
+    if (result != kTP_Success || !array)
         return std::nullopt;
     return FontFile(FontArrayPtr(array), mask);
 }
@@ -100,7 +105,7 @@ std::optional<FontFile> FontFile::Open(const std::string& path, unsigned long ma
 unsigned long FontFile::faceCount() const
 {
     unsigned long count = 0;
-    TP_GetFontCount(array_.get(), &count);
+    Library().TP_GetFontCount(array_.get(), &count);
     return count;
 }
 
@@ -124,9 +129,9 @@ Face FontFile::face(unsigned long index) const
         }
     }
     if (face.has(kTP_AttrFoundryName))
-        face.legacyFoundry = ReadText(TP_GetLegacyFoundryName, array_.get(), index);
-    face.wrapper = ReadText(TP_GetWrapper, array_.get(), index).value_or("");
-    face.container = ReadText(TP_GetContainer, array_.get(), index).value_or("");
+        face.legacyFoundry = ReadText(Library().TP_GetLegacyFoundryName, array_.get(), index);
+    face.wrapper = ReadText(Library().TP_GetWrapper, array_.get(), index).value_or("");
+    face.container = ReadText(Library().TP_GetContainer, array_.get(), index).value_or("");
     return face;
 }
 

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include <typeprobe/typeprobe.h>
+#include "Library.h"
 
 namespace tpcli {
 
@@ -34,7 +34,7 @@ struct Face {
 };
 
 struct ArrayRelease {
-    void operator()(TP_FontArray* array) const { TP_SpecifierFree(array); }
+    void operator()(TP_FontArray* array) const { Library().TP_SpecifierFree(array); }
 };
 using FontArrayPtr = std::unique_ptr<TP_FontArray, ArrayRelease>;
 

@@ -1,5 +1,7 @@
 #include "LibraryExtras.h"
 
+#include "Library.h"
+
 namespace tpcli {
 
 namespace {
@@ -48,7 +50,7 @@ std::optional<std::string> Classification(const std::string& family,
                                           const std::optional<std::string>& alternate)
 {
     return CopiedText(kNameCapacity, [&](char* buffer, int capacity) {
-        return TP_GetClassificationFromFamily(
+        return Library().TP_GetClassificationFromFamily(
             family.c_str(), alternate ? alternate->c_str() : nullptr, buffer, capacity);
     });
 }
@@ -60,8 +62,8 @@ std::optional<std::vector<std::string>> Styles(const std::string& first,
     std::vector<char*> buffers;
     for (std::string& entry : storage) buffers.push_back(entry.data());
     unsigned long count = 0;
-    if (TP_GetStyles(first.c_str(), second.c_str(), kMaxStyles, kStyleCapacity, &count,
-                     buffers.data()) != kTP_Success)
+    if (Library().TP_GetStyles(first.c_str(), second.c_str(), kMaxStyles, kStyleCapacity,
+                               &count, buffers.data()) != kTP_Success)
         return std::nullopt;
     storage.resize(count);
     for (std::string& entry : storage) entry.resize(entry.find('\0'));
@@ -71,18 +73,19 @@ std::optional<std::vector<std::string>> Styles(const std::string& first,
 std::string RefusalReasons(const std::string& path, unsigned long options)
 {
     return CopiedText(kReasonCapacity, [&](char* buffer, int capacity) {
-               return TP_ExplainRefusalsWithOptions(path.c_str(), options, buffer, capacity);
+               return Library().TP_ExplainRefusalsWithOptions(path.c_str(), options, buffer,
+                                                              capacity);
            }).value_or("");
 }
 
 std::optional<std::string> XmlRepresentation(TP_FontArray* array)
 {
-    return WholeDocument(TP_GetXMLRepresentation, array);
+    return WholeDocument(Library().TP_GetXMLRepresentation, array);
 }
 
 std::optional<std::string> PropertyListRepresentation(TP_FontArray* array)
 {
-    return WholeDocument(TP_GetPropertyListRepresentation, array);
+    return WholeDocument(Library().TP_GetPropertyListRepresentation, array);
 }
 
 }  // namespace tpcli

@@ -13,6 +13,7 @@
 #include "Diagnostics.h"
 #include "ExitCodes.h"
 #include "JsonFace.h"
+#include "Library.h"
 #include "TextTable.h"
 
 namespace tpcli {
@@ -87,7 +88,7 @@ int RunMatch(const MatchOptions& options)
     auto fileB = OpenFace(options.b, options.faceB);
     if (!fileA || !fileB) return kExitFailure;
     unsigned long matching = 0, differing = 0;
-    TP_Match(fileA->array(), options.faceA, fileB->array(), options.faceB, &matching, &differing);
+    Library().TP_Match(fileA->array(), options.faceA, fileB->array(), options.faceB, &matching, &differing);
     const Face a = fileA->face(options.faceA), b = fileB->face(options.faceB);
     if (options.format == "json") {
         nlohmann::ordered_json json;

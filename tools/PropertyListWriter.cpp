@@ -3,6 +3,7 @@
 // leaves it empty and ignores it when reading).
 #include <plist/plist.h>
 
+#include "Library.h"
 #include "ReportWriter.h"
 
 namespace tpcli {
@@ -29,7 +30,7 @@ public:
         for (uint32_t i = 0; i < plist_array_get_size(parsed); ++i) {
             plist_t face = plist_copy(plist_array_get_item(parsed, i));
             if (plist_get_node_type(face) == PLIST_DICT)
-                plist_dict_set_item(face, kTP_PathKey, plist_new_string(report.task.path.c_str()));
+                plist_dict_set_item(face, Library().pathKey, plist_new_string(report.task.path.c_str()));
             plist_array_append_item(faces_.get(), face);
         }
     }

@@ -12,6 +12,7 @@
 #include "ExitCodes.h"
 #include "FontFile.h"
 #include "JsonFace.h"
+#include "Library.h"
 #include "TextTable.h"
 
 namespace tpcli {
@@ -87,7 +88,7 @@ int RunSplit(const SplitOptions& options)
     if (!MakeFolder(options.directory)) return kExitFailure;
     std::string list(kListCapacity, '\0');
     unsigned long length = kListCapacity, count = 0;
-    const unsigned long result = TP_SeparateTTCFonts(
+    const unsigned long result = Library().TP_SeparateTTCFonts(
         options.collection.c_str(), options.directory.c_str(), list.data(), &length, &count);
     list.resize(list.find('\0'));
     Print(SplitLines(list, options.directory), options.format);

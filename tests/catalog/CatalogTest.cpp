@@ -148,7 +148,9 @@ TEST(Catalog, SurvivesKilledAndConcurrentScans)
         ::kill(scan, SIGKILL);
         Wait(scan);
         if (!fs::exists(killed)) continue;
-        SQLite::Database db(killed, SQLite::OPEN_READONLY);
+        // Read and write, as the tool opens it: a reader may have to recover
+        // the killed writer's log first.
+        SQLite::Database db(killed, SQLite::OPEN_READWRITE);
         EXPECT_EQ(db.execAndGet("PRAGMA integrity_check").getString(), "ok") << delay;
     }
     EXPECT_EQ(Catalog(killed, {"scan", tree}).status, 0);
@@ -231,5 +233,31 @@ TEST(Catalog, DuplicatesFromTheCatalogMatchTheFiles)
             EXPECT_EQ(catalog.out, files.out) << format << " " << paths[0];
             EXPECT_EQ(catalog.err, files.err);
         }
+    }
+}
+
+// Questions the catalog answers alone start without loading the
+// identification library; identifying loads it.
+TEST(Catalog, AnswersWithoutTheIdentificationLibrary)
+{
+    TempFolder dir;
+    const std::string db = dir / "catalog.sqlite";
+    ASSERT_EQ(Catalog(db, {"scan", kDejaVuDir}).status, 0);
+    const struct {
+        Strings args;
+        bool loads;
+    } runs[] = {
+        {{"catalog", "find", "--catalog", db, "--postscript-name", "DejaVuSans"}, false},
+        {{"catalog", "list", "--catalog", db}, false},
+        {{"catalog", "stats", "--catalog", db}, false},
+        {{"duplicates", "--catalog=" + db, kDejaVuDir}, false},
+        {{"identify", kSans}, true},
+    };
+    for (const auto& run : runs) {
+        Strings args{"LD_DEBUG=files", TYPEPROBE_CLI};
+        args.insert(args.end(), run.args.begin(), run.args.end());
+        const Outcome outcome = RunProgram("/usr/bin/env", args);
+        EXPECT_EQ(outcome.status, 0) << run.args[1];
+        EXPECT_EQ(outcome.err.find("file=libtypeprobe") != std::string::npos, run.loads) << run.args[1];
     }
 }
