@@ -2,13 +2,12 @@
 // with everything in it, locked or not, when the test ends.
 #pragma once
 
-#include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <cstdlib>
 #include <string>
 
+#include "common/FileIO.h"
 #include "files/FileSystemWrappers.h"
 
 class TempFolder {
@@ -31,16 +30,11 @@ public:
     // The absolute path of `relative` inside the folder.
     std::string operator/(const std::string& relative) const { return path_ + "/" + relative; }
 
-    // Writes a file (making no folders); returns its path.
+    // Writes a file, making missing folders first; returns its path.
     std::string file(const std::string& relative, const std::string& bytes = "") const
     {
-        std::string path = *this / relative;
-        int fd = ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
-        if (fd >= 0) {
-            if (::write(fd, bytes.data(), bytes.size()) != ssize_t(bytes.size())) path.clear();
-            ::close(fd);
-        }
-        return path;
+        testfiles::writeFile(*this / relative, bytes);
+        return *this / relative;
     }
     std::string folder(const std::string& relative) const
     {

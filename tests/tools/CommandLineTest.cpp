@@ -40,16 +40,12 @@ TEST(CommandLine, ExitStatusAndErrorLines)
     dir.file("notes.txt", "just some text\n");
     dir.file("plain.ttf", "not a collection at all");
     ASSERT_EQ(::mkfifo((dir / "pipe").c_str(), 0600), 0);
-    dir.folder("walk");
-    dir.folder("walk/sub");
+    const std::string dfont = MacCorpus("dfont/DejaVuSans.dfont");
     dir.file("walk/notes.txt", "just some text\n");
     dir.file("walk/empty.ttf");
-    fs::copy_file(MacCorpus("dfont/DejaVuSans.dfont"), dir / "walk/sub/Sans.dfont");
-    dir.folder("perm");
-    fs::copy_file(MacCorpus("dfont/DejaVuSans.dfont"), dir / "perm/Sans.dfont");
-    ::chmod((dir / "perm/Sans.dfont").c_str(), 0);
+    dir.file("walk/sub/Sans.dfont", Slurp(dfont));
+    ::chmod(dir.file("perm/Sans.dfont", Slurp(dfont)).c_str(), 0);
     ::chmod(dir.folder("perm/locked").c_str(), 0);
-    const std::string dfont = MacCorpus("dfont/DejaVuSans.dfont");
     const std::string summary11 = "1 file, 1 face, 0 files without a face, 1 error";
 
     const std::vector<Case> cases = {
@@ -105,7 +101,7 @@ TEST(CommandLine, ExitStatusAndErrorLines)
     ::chmod((dir / "perm/locked").c_str(), 0755);
 }
 
-TEST(CommandLine, EveryCommandHasHelpAndAManualEntry)
+TEST(CommandLine, HelpManualPageAndVersion)
 {
     const Outcome main = Typeprobe({"--help"});
     EXPECT_EQ(main.status, 0);
@@ -126,10 +122,7 @@ TEST(CommandLine, EveryCommandHasHelpAndAManualEntry)
         EXPECT_NE(man.out.find(section), std::string::npos) << section;
     // The page the build installs is the one the tool prints.
     EXPECT_EQ(Slurp(TYPEPROBE_MAN_PAGE), man.out);
-}
-
-TEST(CommandLine, VersionNamesTheToolAndTheLibrary)
-{
+    // The version names the tool and the library.
     const Outcome run = Typeprobe({"version"});
     EXPECT_EQ(run.status, 0);
     std::smatch match;

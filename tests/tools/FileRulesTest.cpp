@@ -24,15 +24,13 @@ TEST(FileRules, WhichFilesAreReported)
     macfixtures::WriteFile(dir / "mac/._Sans", macfixtures::MacOSXDotUnderscore(parts));
     macfixtures::WriteFile(dir / "mac/.AppleDouble/Sans", macfixtures::PlainAppleDouble(parts));
     macfixtures::WriteFile(dir / "mac/__MACOSX/._Sans", macfixtures::MacOSXDotUnderscore(parts));
+    const std::string serif = Slurp(MacCorpus("ps-family/DejaVuSerif.bin")), sans = Slurp(MacCorpus("dfont/DejaVuSans.dfont"));
     // A sidecar is skipped even when its bytes would read as a font.
-    fs::copy_file(MacCorpus("dfont/DejaVuSans.dfont"), dir / "mac/._Stray.dfont");
-    dir.folder("bin");
-    fs::copy_file(MacCorpus("ps-family/DejaVuSerif.bin"), dir / "bin/DejaVuSerif.bin");
-    dir.folder("both");
-    fs::copy_file(MacCorpus("ps-family/DejaVuSerif.bin"), dir / "both/DejaVuSerif.bin");
-    fs::copy_file(MacCorpus("dfont/DejaVuSans.dfont"), dir / "both/DejaVuSerif");
-    dir.folder("fonts");
-    fs::copy_file(MacCorpus("dfont/DejaVuSans.dfont"), dir / "fonts/Sans.dfont");
+    dir.file("mac/._Stray.dfont", sans);
+    dir.file("bin/DejaVuSerif.bin", serif);
+    dir.file("both/DejaVuSerif.bin", serif);
+    dir.file("both/DejaVuSerif", sans);
+    dir.file("fonts/Sans.dfont", sans);
     fs::create_symlink(dir / "fonts/Sans.dfont", dir / "link.dfont");
     fs::create_directory_symlink(dir / "fonts", dir / "fonts/loop");
     // Type 1 known by its bytes; its metrics file is neither a font nor an error.
