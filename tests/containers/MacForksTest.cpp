@@ -14,10 +14,10 @@ using namespace macfixtures;
 // first four are extended attributes (Apple's fork and info, Apple's info
 // alone, Apple's info of zeros, Netatalk's fork and metadata), then the
 // sidecar a/b/._Font (full; Finder info only; an 8-byte Finder info of type
-// and creator alone), a/b/.AppleDouble/Font, __MACOSX/a/b/._Font, and the
-// file itself as MacBinary.
+// and creator alone), a/b/.AppleDouble/Font, __MACOSX/a/b/._Font and the
+// nearer a/__MACOSX/b/._Font, and the file itself as MacBinary.
 enum class Source { None = -1, AppleAttributes, AppleInfoOnly, AppleZeroInfo, NetatalkAttributes, DotUnderscore,
-                    DotUnderscoreInfo, DotUnderscoreType, NetatalkFolder, MacOSXFolder, SelfMacBinary };
+                    DotUnderscoreInfo, DotUnderscoreType, NetatalkFolder, MacOSXFolder, NearerMacOSXFolder, SelfMacBinary };
 
 // Every place gets its own resource fork (one resource whose ID numbers the
 // place) and its own Finder type, so the winner can be told apart.
@@ -46,6 +46,7 @@ void Add(const TempDir& dir, Source s)
     case Source::DotUnderscoreType: WriteFile(sidecar, AppleContainer(0x00051607, "", {{9, Slice(p.finderInfo(), 0, 8)}})); return;
     case Source::NetatalkFolder: WriteFile(dir / "a/b/.AppleDouble/Font", PlainAppleDouble(p)); return;
     case Source::MacOSXFolder: WriteFile(dir / "__MACOSX/a/b/._Font", MacOSXDotUnderscore(p)); return;
+    case Source::NearerMacOSXFolder: WriteFile(dir / "a/__MACOSX/b/._Font", MacOSXDotUnderscore(p)); return;
     case Source::SelfMacBinary: WriteFile(font, MacBinaryFile(p, 3)); return;
     }
 }
@@ -74,6 +75,7 @@ TEST(MacForks, ResolutionFollowsTheDocumentedOrder)
         {{S::NetatalkAttributes, S::DotUnderscore, S::NetatalkFolder, S::MacOSXFolder}, S::NetatalkAttributes, S::NetatalkAttributes, plain},
         {{S::DotUnderscore, S::NetatalkFolder, S::MacOSXFolder}, S::DotUnderscore, S::DotUnderscore, plain},
         {{S::NetatalkFolder, S::MacOSXFolder}, S::NetatalkFolder, S::NetatalkFolder, plain},
+        {{S::MacOSXFolder, S::NearerMacOSXFolder}, S::NearerMacOSXFolder, S::NearerMacOSXFolder, plain},
         // A sidecar's resource fork wins over the file read as a container.
         {{S::DotUnderscore, S::SelfMacBinary}, S::DotUnderscore, S::DotUnderscore, nullptr},
         // Finder info without a fork describes the envelope: the container wins.
@@ -95,6 +97,7 @@ TEST(MacForks, ResolutionFollowsTheDocumentedOrder)
         const MacForkInfo info = MacForks::Describe(font);
         EXPECT_TRUE(info.exists);
         EXPECT_EQ(ResourceSource(font), int(c.resourceFrom));
+        EXPECT_EQ(ResourceSource(dir / "a/./b/../b/Font"), int(c.resourceFrom));  // dot segments find the same
         EXPECT_EQ(info.hasFinderInfo ? int(info.fileType - fourCC("src0")) : -1, int(c.finderFrom));
         Bytes data;
         ASSERT_TRUE(MacForks::ReadDataFork(font, data));
@@ -104,25 +107,20 @@ TEST(MacForks, ResolutionFollowsTheDocumentedOrder)
     if (attributeBase.empty()) GTEST_SKIP() << "no file system here keeps user extended attributes";
 }
 
-TEST(MacForks, NearestMacOSXFolderWins)
-{
-    TempDir dir;
-    WriteFile(dir / "a/b/Font", Text("plain data fork"));
-    WriteFile(dir / "__MACOSX/a/b/._Font", MacOSXDotUnderscore(PartsFor(Source::MacOSXFolder)));
-    WriteFile(dir / "a/__MACOSX/b/._Font", MacOSXDotUnderscore(PartsFor(Source::NetatalkFolder)));
-    EXPECT_EQ(ResourceSource(dir / "a/b/Font"), int(Source::NetatalkFolder));
-    EXPECT_EQ(ResourceSource(dir / "a/./b/../b/Font"), int(Source::NetatalkFolder));  // dot segments find the same
-}
-
-TEST(MacForks, FoldersAndMissingPathsHaveNoDataFork)
+// Folders, missing paths, a ".bin" sibling that is no container, and a
+// fork that changed since it was resolved give nothing to read.
+TEST(MacForks, NothingToReadOrChangedSinceResolved)
 {
     TempDir dir;
     Bytes fork;
     EXPECT_TRUE(MacForks::Describe(dir.path()).exists);
     EXPECT_FALSE(MacForks::ReadDataFork(dir.path(), fork) || MacForks::ReadDataFork(dir / "missing", fork) || MacForks::Describe(dir / "missing").exists);
-    // A ".bin" sibling that is no container does not stand in.
     WriteFile(dir / "Other.bin", Text("just text, long enough to be anything at all"));
     EXPECT_FALSE(MacForks::Describe(dir / "Other").exists);
+    WriteFile(dir / "Font", MacBinaryFile(PartsFor(Source::SelfMacBinary), 3));
+    const MacFile file = MacForks::Resolve(dir / "Font");
+    WriteFile(dir / "Font", Text("short"));
+    EXPECT_FALSE(MacForks::ReadFork(file.resourceFork, fork));
 }
 
 // Cut short, a container is read as a plain file (cut sidecars are refused
@@ -139,16 +137,6 @@ TEST(MacForks, TruncatedContainers)
             EXPECT_EQ(info.dataForkLength, length);
         }
     }
-}
-
-TEST(MacForks, ForkThatChangedSinceResolveIsUnreadable)
-{
-    TempDir dir;
-    WriteFile(dir / "Font", MacBinaryFile(PartsFor(Source::SelfMacBinary), 3));
-    const MacFile file = MacForks::Resolve(dir / "Font");
-    WriteFile(dir / "Font", Text("short"));
-    Bytes fork;
-    EXPECT_FALSE(MacForks::ReadFork(file.resourceFork, fork));
 }
 
 }  // namespace
