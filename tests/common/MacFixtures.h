@@ -71,6 +71,13 @@ inline uint16_t XmodemCrc(const uint8_t* bytes, size_t length)
     return uint16_t(crc);
 }
 
+// Sets a MacBinary II or III header's CRC over its first 124 bytes.
+inline void SetMacBinaryCrc(Bytes& file)
+{
+    const uint16_t crc = XmodemCrc(file.data(), 124);
+    std::tie(file[124], file[125]) = std::pair(uint8_t(crc >> 8), uint8_t(crc));
+}
+
 // MacBinary of the given version: 1 (no CRC), 2 (CRC) or 3 (CRC and "mBIN").
 inline Bytes MacBinaryFile(const MacParts& parts, int version)
 {
@@ -83,8 +90,7 @@ inline Bytes MacBinaryFile(const MacParts& parts, int version)
     if (version >= 2) {
         head[122] = version == 3 ? 130 : 129;
         head[123] = 129;
-        const uint16_t crc = XmodemCrc(head.data(), 124);
-        std::tie(head[124], head[125]) = std::pair(uint8_t(crc >> 8), uint8_t(crc));
+        SetMacBinaryCrc(head);
     }
     return ByteWriter().bytes(ByteView(head)).bytes(ByteView(parts.data)).pad(128)
         .bytes(ByteView(parts.resource)).pad(128).take();

@@ -18,13 +18,6 @@ const MacParts kParts{"Example", fourCC("LWFN"), fourCC("GWp1"), Text("some data
 
 std::optional<MacBinary::Header> Parse(const Bytes& file) { return MacBinary::Parse(ByteView(file), file.size()); }
 
-void SetCrc(Bytes& file)
-{
-    const uint16_t crc = XmodemCrc(file.data(), 124);
-    file[124] = uint8_t(crc >> 8);
-    file[125] = uint8_t(crc);
-}
-
 TEST(MacBinary, ReadsAllThreeVersions)
 {
     EXPECT_EQ(MacBinary::Crc16(ByteView(std::string_view("123456789"))), 0x31C3);
@@ -40,7 +33,7 @@ TEST(MacBinary, ReadsAllThreeVersions)
     // A secondary header, padded to 128 bytes, moves the forks.
     Bytes file = MacBinaryFile(kParts, 2);
     file[121] = 10;
-    SetCrc(file);
+    SetMacBinaryCrc(file);
     file.insert(file.begin() + 128, 128, 0xEE);
     auto header = Parse(file);
     ASSERT_TRUE(header);
@@ -74,7 +67,7 @@ TEST(MacBinary, DetectionIsStrict)
     for (const auto& c : cases) {
         Bytes file = MacBinaryFile(kParts, std::max(c.version, 1));
         c.change(file);
-        if (c.version == 2) SetCrc(file);
+        if (c.version == 2) SetMacBinaryCrc(file);
         RefusalLog log;
         EXPECT_FALSE(Parse(file)) << c.what;
         EXPECT_EQ(log.text().substr(0, std::string(c.reason).size()), c.reason) << c.what;
@@ -104,7 +97,7 @@ TEST(MacBinary, ReplacingAForkRewritesLengthsAndCrcAndKeepsTheComment)
     const Bytes fork = ResourceFile({{"POST", 501, std::nullopt, Bytes(300, 1)}, {"POST", 502, std::nullopt, Bytes(5, 2)}});
     Bytes file = MacBinaryFile(kParts, 2);
     file[100] = 7;
-    SetCrc(file);
+    SetMacBinaryCrc(file);
     file.insert(file.end(), {'c', 'o', 'm', 'm', 'e', 'n', 't'});
     file.resize(file.size() + 121, 0);
     auto replaced = MacBinary::ReplaceForks(ByteView(file), std::nullopt, ByteView(fork));
