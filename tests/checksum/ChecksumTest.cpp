@@ -75,16 +75,8 @@ TEST(CalculateFileChecksum, WholeFileRule)
     EXPECT_TRUE(CChecksum::CalculateFileChecksum(dir / "font", nullptr, nullptr));
 }
 
-// A FOND with no association entries and a kerning table of (style, pairs)
-// entries; the last header must end strictly before the resource's end.
-Bytes Kerning(const std::vector<std::pair<int16_t, Bytes>>& entries)
-{
-    ByteWriter fond;
-    fond.zeros(52).u16(0xFFFF).u16(uint16_t(entries.size() - 1));
-    fond.putU32(20, 54);  // the kerning table follows the empty association table
-    for (const auto& [style, pairs] : entries) fond.u16(uint16_t(style)).u16(uint16_t(pairs.size() / 4)).bytes(ByteView(pairs));
-    return fond.u8(0).take();
-}
+// A FOND with no association entries and a kerning table of (style, pairs) entries.
+Bytes Kerning(const std::vector<std::pair<int16_t, Bytes>>& entries) { return fondbuilder::BuildFond({.kerning = entries}); }
 
 // Vaultline: a byte sum of the headers and pairs of every entry of the
 // style. The pairs' CRC: over the pair bytes alone.
@@ -156,11 +148,8 @@ TEST(ChecksumNFNTsfntFONT, OutlinesWinOverBitmaps)
 TEST(GetVantorChecksum, PrinterFontsAndTheFileFallback)
 {
     const Bytes pairs = {0, 1, 0, 2};
-    ByteWriter fond;
-    fond.bytes(ByteView(fondbuilder::BuildFond({.entries = {{12, 0, 300}, {12, 1, 301}}, .strings = {"Synth"}})));
-    fond.putU32(20, uint32_t(fond.size()));
-    fond.u16(0).u16(0).u16(1).bytes(ByteView(pairs)).u8(0);
-    const Bytes suitcase = ResourceFile({{"FOND", 128, "Synth", fond.take()}, {"NFNT", 301, {}, Text("strike")}});
+    const Bytes fond = fondbuilder::BuildFond({.entries = {{12, 0, 300}, {12, 1, 301}}, .strings = {"Synth"}, .kerning = {{0, pairs}}});
+    const Bytes suitcase = ResourceFile({{"FOND", 128, "Synth", fond}, {"NFNT", 301, {}, Text("strike")}});
     const Bytes post501 = Text("%!PS-AdobeFont-1.0: Synth"), post502 = Text("eexec part");
     MacParts printer{"Synth", fourCC("LWFN"), fourCC("ASPF"), {},
                      ResourceFile({{"POST", 501, {}, post501}, {"POST", 502, {}, post502}, {"POST", 503, {}, {}},

@@ -1,10 +1,13 @@
 // Family (FOND) resources built from a recipe, for the tests of the readers:
 // the header, the association table, then (when there are strings) a
-// style-mapping table whose string 1 is the base PostScript name.
+// style-mapping table whose string 1 is the base PostScript name, then (when
+// there are kerning entries) a kerning table and one byte more, as the last
+// entry must end before the record does.
 #pragma once
 
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "support/ByteWriter.h"
@@ -19,6 +22,7 @@ struct FondRecipe {
     std::vector<Assoc> entries = {};
     std::vector<int8_t> nameCodes = std::vector<int8_t>(48, 0);
     std::vector<std::string> strings = {};
+    std::vector<std::pair<int16_t, std::vector<uint8_t>>> kerning = {};  // (style, pair bytes)
 };
 
 inline std::vector<uint8_t> BuildFond(const FondRecipe& recipe)
@@ -35,6 +39,12 @@ inline std::vector<uint8_t> BuildFond(const FondRecipe& recipe)
         for (int8_t code : recipe.nameCodes) w.u8(uint8_t(code));
         w.u16(uint16_t(recipe.strings.size()));
         for (const std::string& s : recipe.strings) w.pascal(s);
+    }
+    if (!recipe.kerning.empty()) {
+        w.putU32(20, uint32_t(w.size()));
+        w.u16(uint16_t(recipe.kerning.size() - 1));
+        for (const auto& [style, pairs] : recipe.kerning) w.u16(uint16_t(style)).u16(uint16_t(pairs.size() / 4)).bytes(ByteView(pairs));
+        w.u8(0);
     }
     return w.take();
 }
