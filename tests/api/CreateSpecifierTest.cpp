@@ -3,8 +3,6 @@
 // outside their naming table.
 #include <gtest/gtest.h>
 
-#include <zlib.h>
-
 #include <memory>
 #include <thread>
 
@@ -15,7 +13,6 @@
 #include "common/LargestAllocation.h"
 #include "common/MacFixtures.h"
 #include "common/SfntBuilder.h"
-#include "fontfiles/NamingTable.h"
 #include "fontfiles/SfntPlatform.h"
 #include "fontfiles/TrueTypeCollectionFont.h"
 #include "typeprobe/typeprobe.h"
@@ -71,10 +68,9 @@ TEST(TP_CreateSpecifier, WhatIsIdentified)
             EXPECT_EQ(Array(array)->at(0).postScriptName.str(), c.postScriptName);
         }
     }
-    TP_FontArray* array = nullptr;
-    EXPECT_EQ(TP_CreateSpecifier(nullptr, 0, kTP_AllAttributes, &array), 1u);
-    EXPECT_EQ(TP_CreateSpecifier((dir / "Synth.ps").c_str(), 0, kTP_AllAttributes, nullptr), 1u);
-    EXPECT_EQ(TP_CreateSpecifier((dir / "missing.ps").c_str(), 0, kTP_AllAttributes, &array), 1u);
+    TP_FontArray* array = nullptr;  // a null path or output, and a missing file: 1 each
+    EXPECT_EQ(TP_CreateSpecifier(nullptr, 0, kTP_AllAttributes, &array) + TP_CreateSpecifier((dir / "Synth.ps").c_str(), 0, kTP_AllAttributes, nullptr) +
+              TP_CreateSpecifier((dir / "missing.ps").c_str(), 0, kTP_AllAttributes, &array), 3u);
     // A mask of 0 still yields the face, with nothing readable.
     char buffer[16];
     EXPECT_EQ(TP_GetPostScriptName(Identify(dir / "Synth.ps", 0).get(), 0, buffer, sizeof buffer), 5u);
@@ -156,10 +152,9 @@ std::vector<testfonts::Table> NamesAt(int16_t offset, uint16_t length, uint16_t 
 {
     ByteWriter names;
     names.u16(0).u16(count).u16(18).u16(1).u16(0).u16(0).u16(6).u16(length).u16(uint16_t(offset)).bytes("Own-Name");
-    const std::string x(8, 'x');
-    std::vector<testfonts::Table> tables = {{"OS/2", x}, {"cmap", x}, {"head", x}, {"hhea", x}, {"hmtx", x},
-        {"glyf", std::string(100000, 'g')}, {"maxp", "Maxp-Text-Before!"},
-        {"name", std::string(names.data().begin(), names.data().end())}, {"post", "Post-Text-After!"}};
+    std::vector<testfonts::Table> tables = testfonts::requiredTables();  // OS/2 cmap head hhea hmtx maxp name post
+    tables[5].bytes = "Maxp-Text-Before!", tables[6].bytes = std::string(names.data().begin(), names.data().end()), tables[7].bytes = "Post-Text-After!";
+    tables.insert(tables.begin() + 5, {"glyf", std::string(100000, 'g')});
     if (!kern.empty()) tables.push_back({"kern", kern});
     tables.push_back({"loca", std::string(100000, 'l')});
     return tables;
@@ -175,20 +170,16 @@ TEST(TP_CreateSpecifier, CollectionFacesAgreeWithTheirRebuiltBytes)
         NamesAt(0, 8, 32767), NamesAt(0, 8, 1, "kerning"), NamesAt(0, 8, 1, "kernings")};
     TempDir dir;
     WriteFile(dir / "hostile.ttc", testfonts::collection(faces));
-    TrueTypeCollectionFont collection(dir / "hostile.ttc");
     TP_FontArray array, reference;
     AppendCollectionFaces((dir / "hostile.ttc").c_str(), kTP_AllAttributes, ReadOptions{}, array);
-    for (unsigned long i = 0; i < faces.size(); ++i) {
-        std::vector<char> bytes;
-        ASSERT_EQ(collection.GetDataPtrForFace(i, bytes), 0);
-        const ByteView font(bytes.data(), bytes.size());
-        TP_FontSpecifier face;
-        getMetaDataFromNamesTable(font, nullptr, nullptr, 0, &face.foundryName, &face.familyName, &face.version,
-                                  &face.postScriptName, &face.displayName, &face.fullName);
-        GetTrueTypeKerningTableChecksum(font, &face.kerningChecksum);
-        GetPlatformTTF(font, &face.platform);
-        face.typeprobeChecksum = uint32_t(crc32(0, reinterpret_cast<const Bytef*>(bytes.data()), uInt(bytes.size())));
+    std::vector<std::string> standalone;  // each face split off and identified as a font of its own
+    ASSERT_EQ(TrueTypeCollectionFont::SeparateTTCFonts(dir / "hostile.ttc", dir.path(), standalone), 0);
+    for (const std::string& path : standalone) {
+        const Array font = Identify(path);
+        ASSERT_TRUE(font) << path;
+        TP_FontSpecifier face = font->at(0);
         face.kindName = "TrueType Collection";
+        GetTrueTypeKerningTableChecksum(ByteView(ReadFile(path)), &face.kerningChecksum);  // a lone font carries none
         reference.Append(face);
     }
     EXPECT_EQ(reference.at(1).postScriptName.str() + reference.at(2).postScriptName.str(), "Maxp-TexPost-Tex");
