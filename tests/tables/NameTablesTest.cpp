@@ -1,11 +1,15 @@
-// The foundry and classification tables, on small tables in tests/data.
+// The foundry and classification tables, on small tables in tests/data, and
+// the folder the shipped tables are looked for in.
 #include <gtest/gtest.h>
 
+#include <climits>
+#include <cstdlib>
 #include <string>
 #include <tuple>
 #include <vector>
 
 #include "support/ByteView.h"
+#include "support/ResourceDirectory.h"
 #include "tables/CClassificationMappings.h"
 #include "tables/CFoundryNameTable.h"
 #include "typeprobe/typeprobe.h"
@@ -105,6 +109,21 @@ TEST(GetClassificationFromFamily, NullsAndTheAlternateFamily)
         ASSERT_EQ(TP_GetClassificationFromFamily(family, alternate, buffer, sizeof buffer), 0u);
         EXPECT_STREQ(buffer, expected) << family;
     }
+}
+
+// The variable wins (without trailing slashes); empty, the folder comes from
+// the loaded program's prefix: <build>/bin gives <build>/share/typeprobe.
+TEST(ResourceDirectory, VariableThenTheProgramsPrefix)
+{
+    const char* saved = std::getenv("TYPEPROBE_RESOURCE_DIR");
+    const std::string previous = saved ? saved : "";
+    setenv("TYPEPROBE_RESOURCE_DIR", "/opt/tables//", 1);
+    EXPECT_EQ(ResourceDirectory::FilePath("KeywordTable.plist"), "/opt/tables/KeywordTable.plist");
+    setenv("TYPEPROBE_RESOURCE_DIR", "", 1);
+    char resolved[PATH_MAX];
+    ASSERT_NE(realpath(TYPEPROBE_BUILD_DIR, resolved), nullptr);
+    EXPECT_EQ(ResourceDirectory::Path(), std::string(resolved) + "/share/typeprobe");
+    saved ? setenv("TYPEPROBE_RESOURCE_DIR", previous.c_str(), 1) : unsetenv("TYPEPROBE_RESOURCE_DIR");
 }
 
 }  // namespace
