@@ -1,5 +1,6 @@
-// Names, version and kind of a PostScript family from its FOND and the POST
-// resources of its printer font.
+// PostScript names, version and kind: from the clear text of a Type 1 font,
+// the companion files of Windows PostScript fonts, and a Mac family's FOND
+// and the POST resources of its printer font.
 #include "fontfiles/PostScriptResources.h"
 
 #include <gtest/gtest.h>
@@ -16,6 +17,80 @@ namespace {
 using namespace fondbuilder;
 using namespace macfixtures;
 using namespace std::string_literals;
+
+TEST(FindBlobForToken, ValueForms)
+{
+    const struct { std::string text; const char* token; std::string value; } cases[] = {
+        {"/FontName /Helvetica-Bold def", "/fontname", "Helvetica-Bold"}, {"/FONTNAME /MixedCase def", "/fontname", "MixedCase"},
+        {"/FullName (Helvetica (Bold)) readonly def", "/fullname", "Helvetica (Bold)"},
+        {"/version  \n (001.002) def", "/version", "001.002"}, {"/Matrix [0.001 [0] 0] def", "/matrix", "0.001 [0] 0"},
+        {"/Proc {dup {pop} if} def", "/proc", "dup {pop} if"}, {"/UniqueID 5021 def", "/uniqueid", "5021"},
+        {"/FontName /Foo\ndef x", "/fontname", "Foo\ndef"},  // only a blank ends a name (intended)
+        {"/Notice (open", "/notice", "open"},                 // an open group runs to the end
+        {"/Notice (ab", "/missing", "untouched"}, {"/Notice (" + std::string(5000, 'n') + ")", "/notice", std::string(3999, 'n')},
+    };
+    for (const auto& c : cases) {
+        std::string storage;
+        LxString value("untouched");
+        findBlobForToken(MakeType1Text(c.text, storage), c.token, &value);
+        EXPECT_EQ(value.str(), c.value) << c.text.substr(0, 40);
+    }
+}
+
+TEST(GatherPostScriptMetaData, ReadsTheFontDictionaryAndTheHeader)
+{
+    const struct { std::string text; const char* expected; } cases[] = {  // kind|family|version|postScript
+        // The header is read from byte 2 on, as in a POST chunk (intended).
+        {"\x80\x01%!PS-AdobeFont-1.0: Minion-Regular 001.000\n", "PostScript|Minion||Minion-Regular"},
+        {"%!PS-AdobeFont-1.0: Minion-Regular 001.000\n", "PostScript|||"},
+        {"/FullName (Only Full) def", "PostScript|Only Full||Only Full"},
+        {"/CIDFontName /Ryumin-Light def /CIDFontVersion 2.01 def /version (9) def /FontName /Other def /WeightVector [0.5 0.5] def",
+         "PostScript - MM||2.01|Ryumin-Light"},
+    };
+    for (const auto& c : cases) {
+        std::string storage;
+        LxString kind, foundry, family, version, postScriptName, displayName, fullName;
+        GatherPostScriptMetaDataFromData(MakeType1Text(c.text, storage), &kind, &foundry, &family, &version,
+                                         &postScriptName, &displayName, &fullName);
+        EXPECT_EQ(kind.str() + "|" + family.str() + "|" + version.str() + "|" + postScriptName.str(), c.expected) << c.text;
+        EXPECT_EQ(displayName.str() + fullName.str(), postScriptName.str() + postScriptName.str());
+    }
+}
+
+TEST(WindowsCompanionNames, ShapeRules)
+{
+    const struct { const char* name; const char* printer; const char* mmm; } cases[] = {
+        {"ABCD____.PFM", "ABCD____.pfb", nullptr}, {"/f/abcde.mmm", "/f/abcde.pfb", nullptr},
+        {"MyMM__.Pfb", nullptr, "MyMM__.mmm"},     {"ab.pfb", nullptr, "ab.mmm"},
+        {"a.pfm", nullptr, nullptr},               {"abcdef.pfb", nullptr, "abcdef.mmm"},
+        {"abcdef.pfm", "abcdef.pfb", nullptr},     {"abcdefpfm", nullptr, nullptr},
+    };
+    for (const auto& c : cases) {
+        LxString printer, mmm;
+        EXPECT_EQ(GetWindowsPSPrinterFontNameFromFontName(c.name, &printer), c.printer != nullptr) << c.name;
+        EXPECT_EQ(printer.str(), c.printer ? c.printer : "") << c.name;
+        EXPECT_EQ(GetWindowsMMMFontNameFromPrinterFontName(c.name, &mmm), c.mmm != nullptr) << c.name;
+        EXPECT_EQ(mmm.str(), c.mmm ? c.mmm : "") << c.name;
+    }
+}
+
+TEST(CollectPSMetaDataFromFile, ResultCodesAndThePrinterFontOverride)
+{
+    TempFolder dir;
+    testfiles::writeFile(dir / "a.ps", std::string("/FontName /FromA def"));
+    testfiles::writeFile(dir / "b.ps", std::string("/FontName /FromB def"));
+    const struct { std::string path, printer; int result; const char* name; } cases[] = {
+        {dir / "a.ps", "", 0, "FromA"}, {dir / "a.ps", dir / "b.ps", 0, "FromB"}, {dir / "none.ps", "", 6, ""}, {"", "", -1, ""},
+        {"/usr/share/fonts/type1/urw-base35/NimbusSans-Regular.t1", "", 0, "NimbusSans-Regular"}};
+    for (const auto& c : cases) {
+        LxString printer(c.printer), name;
+        EXPECT_EQ(CollectPSMetaDataFromFile(c.path, &printer, nullptr, nullptr, nullptr, nullptr, &name, nullptr, nullptr),
+                  c.result) << c.path;
+        EXPECT_EQ(name.str(), c.name) << c.path;
+        EXPECT_EQ(printer.str(), c.result == -1 ? "" : c.printer.empty() ? c.path : c.printer) << c.path;
+    }
+}
+
 
 // The eight outputs of the collector, all wanted.
 struct Names {
@@ -55,46 +130,40 @@ struct Family {
     }
 };
 
-TEST(CollectPSMetaDataMac, KindOfDoubleByteAndMultipleMasterFamilies)
+// The kind of double-byte and multiple-master families, and the names of
+// multiple-master ones; no printer font lies beside any of them.
+TEST(CollectPSMetaDataMac, DoubleByteAndMultipleMasterFamilies)
 {
     const std::string trueData = "true\0\0\0\0"s, typ1Data = "typ1\0\0\0\0"s;
-    const struct { const char* fondName; uint16_t international; int16_t familyID; Assoc entry; std::string sfnt; const char* kind; } cases[] = {
-        {"A-CID Ryumin", 1, 128, {0, 0, 300}, trueData, "CID"},
-        {"Ryumin CID-B", 1, 128, {0, 0, 300}, trueData, "CID"},
-        {"Ryumin", 0, 0x4000, {0, 0, 300}, typ1Data, "CID"},
-        {"Osaka", 1, 128, {0, 0, 300}, trueData, ""},
-        {"Osaka", 1, 128, {0, 0, 300}, "", "OCF"},  // the outline is missing
-        {"Osaka", 0, 0x41FF, {12, 0, 300}, trueData, "OCF"},
-        {"A-CID Ryumin", 1, 128, {0, 1, 300}, trueData, "OCF"},  // another style's outline
-        {"A-CID Ryumin", 0, 0x4200, {0, 0, 300}, typ1Data, ""},
-        {"%MMyriadMM_215 LT", 1, 128, {0, 0, 300}, typ1Data, "PostScript - MM"},
+    const char* instance = "MyriadMM_215_LT_300_CN";  // string 1 of the style table
+    const Assoc bitmap = {10, 0, 128};
+    const struct { const char* fondName; uint16_t international; int16_t familyID; Assoc entry; std::string sfnt; const char* psName; std::string expected; } cases[] = {
+        // result:display|kind|PostScript name
+        {"A-CID Ryumin", 1, 128, {0, 0, 300}, trueData, nullptr, "-1:A-CID Ryumin|CID|"},
+        {"Ryumin CID-B", 1, 128, {0, 0, 300}, trueData, nullptr, "-1:Ryumin CID-B|CID|"},
+        {"Ryumin", 0, 0x4000, {0, 0, 300}, typ1Data, nullptr, "-1:Ryumin|CID|"},
+        {"Osaka", 1, 128, {0, 0, 300}, trueData, nullptr, "-1:Osaka||"},
+        {"Osaka", 1, 128, {0, 0, 300}, "", nullptr, "-1:Osaka|OCF|"},  // the outline is missing
+        {"Osaka", 0, 0x41FF, {12, 0, 300}, trueData, nullptr, "6:Osaka|OCF|"},
+        {"A-CID Ryumin", 1, 128, {0, 1, 300}, trueData, nullptr, "6:A-CID Ryumin|OCF|"},  // another style's outline
+        {"A-CID Ryumin", 0, 0x4200, {0, 0, 300}, typ1Data, nullptr, "-1:A-CID Ryumin||"},
+        {"%MMyriadMM_215 LT", 1, 128, {0, 0, 300}, typ1Data, nullptr, "-1:MyriadMM|PostScript - MM|"},
+        {"%MMyriadMM_215 LT 300 CN", 0, 128, bitmap, "", instance, "6:MyriadMM|PostScript - MM|Myriad"},
+        {"%M_Myriad MM_x", 0, 128, bitmap, "", instance, "6:%M_Myriad MM_x|PostScript - MM|Myriad"},
+        // "MM" without a later "_" marks nothing; "MM" in the PostScript name does.
+        {"%MMyriadMM", 0, 128, bitmap, "", instance, "6:MyriadMM|PostScript - MM|Myriad"},
+        {"%MMyriadMM", 0, 128, bitmap, "", "Myriad-Regular", "6:%MMyriadMM||Myriad-Regular"},
+        {"Family", 0, 128, bitmap, "", "Foo%MBarMMBaz_1", "6:Family|PostScript - MM|BarBaz"},  // from the "%M" on
+        {"Family", 0, 128, bitmap, "", "Foo%MBar", "6:Family|PostScript - MM|Bar"},
     };
     for (const auto& c : cases) {
-        const FondRecipe recipe{.familyID = c.familyID, .international = c.international, .entries = {c.entry}};
+        FondRecipe recipe{.familyID = c.familyID, .international = c.international, .entries = {c.entry}};
+        if (c.psName) recipe.strings = {c.psName};
         std::vector<TestResource> more;
         if (!c.sfnt.empty()) more.push_back({"sfnt", 300, std::nullopt, Text(c.sfnt)});
         Names n;
-        Family(c.fondName, recipe, more).Collect(n);
-        EXPECT_EQ(n.kind.str(), c.kind) << c.fondName << " " << c.familyID;
-    }
-}
-
-TEST(CollectPSMetaDataMac, MultipleMasterNames)
-{
-    const char* instance = "MyriadMM_215_LT_300_CN";  // string 1 of the style table
-    const struct { const char* fondName, *psName, *expected; } cases[] = {  // display|kind|PostScript name
-        {"%MMyriadMM_215 LT 300 CN", instance, "MyriadMM|PostScript - MM|Myriad"},
-        {"%M_Myriad MM_x", instance, "%M_Myriad MM_x|PostScript - MM|Myriad"},
-        // "MM" without a later "_" marks nothing; "MM" in the PostScript name does.
-        {"%MMyriadMM", instance, "MyriadMM|PostScript - MM|Myriad"},
-        {"%MMyriadMM", "Myriad-Regular", "%MMyriadMM||Myriad-Regular"},
-        {"Family", "Foo%MBarMMBaz_1", "Family|PostScript - MM|BarBaz"},  // from the "%M" on
-        {"Family", "Foo%MBar", "Family|PostScript - MM|Bar"},
-    };
-    for (const auto& c : cases) {
-        Names n;
-        EXPECT_EQ(Family(c.fondName, OneStyle({c.psName})).Collect(n), 6) << c.fondName;  // no printer font beside it
-        EXPECT_EQ(n.display.str() + "|" + n.kind.str() + "|" + n.psName.str(), c.expected) << c.fondName;
+        const int result = Family(c.fondName, recipe, more).Collect(n);
+        EXPECT_EQ(std::to_string(result) + ":" + n.display.str() + "|" + n.kind.str() + "|" + n.psName.str(), c.expected) << c.fondName << " " << c.familyID;
     }
 }
 
