@@ -114,9 +114,11 @@ TEST(SplitExport, NamesListAndResults)
     unsigned long length = 10, count = 0;
     char buffer[10];
     const char* path = ttc.path.c_str();
-    EXPECT_EQ(TP_SeparateTTCFonts(nullptr, "x", buffer, &length, &count) + TP_SeparateTTCFonts(path, nullptr, buffer, &length, &count) +
-              TP_SeparateTTCFonts(path, "x", nullptr, &length, &count) + TP_SeparateTTCFonts(path, "x", buffer, nullptr, &count) +
-              TP_SeparateTTCFonts(path, "x", buffer, &length, nullptr), 5u);
+    EXPECT_EQ(TP_SeparateTTCFonts(nullptr, "x", buffer, &length, &count), 1u);
+    EXPECT_EQ(TP_SeparateTTCFonts(path, nullptr, buffer, &length, &count), 1u);
+    EXPECT_EQ(TP_SeparateTTCFonts(path, "x", nullptr, &length, &count), 1u);
+    EXPECT_EQ(TP_SeparateTTCFonts(path, "x", buffer, nullptr, &count), 1u);
+    EXPECT_EQ(TP_SeparateTTCFonts(path, "x", buffer, &length, nullptr), 1u);
 }
 
 TEST(SplitCommand, ListsTheFilesItWroteWithTheirNames)
