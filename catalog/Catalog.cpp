@@ -3,10 +3,13 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <chrono>
 #include <cstring>
+#include <thread>
 #include <tuple>
 
 #include <SQLiteCpp/SQLiteCpp.h>
+#include <sqlite3.h>
 
 #include <typeprobe/typeprobe.h>
 
@@ -127,6 +130,24 @@ std::tuple<int, int, int> Identity(SQLite::Database& db)
 
 constexpr int kQueryCachePages = 32;
 
+// Two processes making the same catalog may each hold the lock the other
+// needs to leave the rollback journal; SQLite then answers "busy" at once
+// instead of waiting, and the one refused tries again.
+void SetWriteAheadLog(SQLite::Database& db)
+{
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::milliseconds(kBusyTimeoutMs);
+    for (;;) {
+        try {
+            db.exec("PRAGMA journal_mode = WAL");
+            return;
+        } catch (const SQLite::Exception& error) {
+            if ((error.getErrorCode() & 0xFF) != SQLITE_BUSY || std::chrono::steady_clock::now() > deadline)
+                throw;
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    }
+}
+
 }  // namespace
 
 Catalog::Catalog(const std::string& path, Use use)
@@ -146,7 +167,7 @@ Catalog::Catalog(const std::string& path, Use use)
         if (version > CurrentSchemaVersion())
             throw CatalogError(path + ": a catalog of a newer typeprobe (schema " +
                                std::to_string(version) + ")");
-        db_->exec("PRAGMA journal_mode = WAL");
+        SetWriteAheadLog(*db_);
         // With WAL, NORMAL loses nothing committed when a process dies.
         db_->exec("PRAGMA synchronous = NORMAL; PRAGMA foreign_keys = ON");
         // A query touches each page once or twice, and every page the cache

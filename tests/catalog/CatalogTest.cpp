@@ -61,13 +61,14 @@ void LinkTree(const std::string& root, size_t count)
     }
 }
 
-pid_t StartScan(const std::string& db, const std::string& tree)
+// A scan in the background; what it reports goes to `errors`.
+pid_t StartScan(const std::string& db, const std::string& tree, const std::string& errors = "/dev/null")
 {
     const pid_t pid = ::fork();
     if (pid == 0) {
         const int null = ::open("/dev/null", O_WRONLY);
         ::dup2(null, STDOUT_FILENO);
-        ::dup2(null, STDERR_FILENO);
+        ::dup2(::open(errors.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644), STDERR_FILENO);
         ::execl(TYPEPROBE_CLI, TYPEPROBE_CLI, "catalog", "scan", "--catalog", db.c_str(), tree.c_str(),
                 static_cast<char*>(nullptr));
         ::_exit(127);
@@ -157,9 +158,9 @@ TEST(Catalog, SurvivesKilledAndConcurrentScans)
     EXPECT_EQ(Listing(killed), clean);
 
     const std::string shared = dir / "shared.sqlite";
-    const pid_t first = StartScan(shared, tree), second = StartScan(shared, tree);
-    EXPECT_EQ(Wait(first), 0);
-    EXPECT_EQ(Wait(second), 0);
+    const pid_t first = StartScan(shared, tree, dir / "first.err"), second = StartScan(shared, tree, dir / "second.err");
+    EXPECT_EQ(Wait(first), 0) << Slurp(dir / "first.err");
+    EXPECT_EQ(Wait(second), 0) << Slurp(dir / "second.err");
     EXPECT_EQ(Listing(shared), clean);
 }
 
