@@ -15,11 +15,10 @@ void* Symbol(void* handle, const char* name)
     return found;
 }
 
-// The copy the process holds already, else the one beside the tool (its run
-// path), else the system's.
+// The one on the tool's run path (beside it once installed), else the
+// system's.
 void* OpenLibrary()
 {
-    if (dlsym(RTLD_DEFAULT, "TP_CreateSpecifierWithOptions")) return RTLD_DEFAULT;
     if (void* handle = dlopen(TYPEPROBE_LIBRARY_FILE, RTLD_NOW | RTLD_LOCAL)) return handle;
     throw LibraryUnavailable(std::string("cannot load the typeprobe library: ") + dlerror());
 }

@@ -33,9 +33,8 @@ struct LibraryFunctions {
     const char* pathKey = nullptr;  // kTP_PathKey
 };
 
-// The library's functions, loaded once per process. A process that already
-// holds the library (a test linked with it) uses that copy. Throws
-// LibraryUnavailable.
+// The library's functions, loaded once per process (the tool's tests link
+// the library and define this themselves). Throws LibraryUnavailable.
 const LibraryFunctions& Library();
 
 }  // namespace tpcli
