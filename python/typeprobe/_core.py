@@ -103,27 +103,27 @@ class Face:
     def attributes(self) -> Attribute:
         """The attributes this face carries."""
         mask = Attribute(0)
-        for spec in _SPECS:
-            if getattr(self, spec.field) is not None:
-                mask |= spec.bit
+        for attr in _ATTRIBUTE_FIELDS:
+            if getattr(self, attr.field) is not None:
+                mask |= attr.bit
         return mask
 
     def to_json(self) -> Dict[str, Any]:
         """The object `typeprobe identify -f jsonl` prints for this face."""
         out: Dict[str, Any] = {"path": self.path, "index": self.index}
-        for spec in _SPECS:
-            value = getattr(self, spec.field)
+        for attr in _ATTRIBUTE_FIELDS:
+            value = getattr(self, attr.field)
             if value is None:
                 continue
-            out[spec.json_key] = f"{value & 0xFFFFFFFF:08X}" if spec.checksum else value
-            if spec.bit == Attribute.FOUNDRY and self.legacy_foundry is not None:
+            out[attr.json_key] = f"{value & 0xFFFFFFFF:08X}" if attr.checksum else value
+            if attr.bit == Attribute.FOUNDRY and self.legacy_foundry is not None:
                 out["legacyFoundry"] = self.legacy_foundry
         out["wrapper"] = self.wrapper
         out["container"] = self.container
         return out
 
 
-class _Spec(NamedTuple):
+class _AttributeField(NamedTuple):
     field: str
     json_key: str
     bit: Attribute
@@ -133,24 +133,27 @@ class _Spec(NamedTuple):
 
 
 # In the tool's order of keys.
-_SPECS: Tuple[_Spec, ...] = (
-    _Spec("postscript_name", "postScriptName", Attribute.POSTSCRIPT_NAME, "TP_GetPostScriptName"),
-    _Spec("kind", "kind", Attribute.KIND, "TP_GetKindName"),
-    _Spec("family", "family", Attribute.FAMILY, "TP_GetFamilyName"),
-    _Spec("full_name", "fullName", Attribute.FULL_NAME, "TP_GetFullName"),
-    _Spec("display_name", "displayName", Attribute.DISPLAY_NAME, "TP_GetDisplayName"),
-    _Spec("foundry", "foundry", Attribute.FOUNDRY, "TP_GetFoundryName"),
-    _Spec("version", "version", Attribute.VERSION, "TP_GetVersion"),
-    _Spec("platform", "platform", Attribute.PLATFORM, "TP_GetPlatform"),
-    _Spec("checksum", "checksum", Attribute.CHECKSUM, "TP_GetTypeprobeChecksum", True, True),
-    _Spec("legacy_checksum", "legacyChecksum", Attribute.LEGACY_CHECKSUM,
-          "TP_GetLegacyTypeprobeChecksum", True, True),
-    _Spec("kerning_checksum", "kerningChecksum", Attribute.KERNING_CHECKSUM,
-          "TP_GetKerningChecksum", True, True),
-    _Spec("outline_file_size", "outlineFileSize", Attribute.OUTLINE_FILE_SIZE,
-          "TP_GetOutlineFileSize", True),
-    _Spec("printer_font", "printerFont", Attribute.PRINTER_FONT, "TP_GetPrinterFont"),
-    _Spec("windows_mm_file", "windowsMMFile", Attribute.WINDOWS_MM_FILE, "TP_GetWindowsMMFile"),
+_ATTRIBUTE_FIELDS: Tuple[_AttributeField, ...] = (
+    _AttributeField("postscript_name", "postScriptName", Attribute.POSTSCRIPT_NAME,
+                    "TP_GetPostScriptName"),
+    _AttributeField("kind", "kind", Attribute.KIND, "TP_GetKindName"),
+    _AttributeField("family", "family", Attribute.FAMILY, "TP_GetFamilyName"),
+    _AttributeField("full_name", "fullName", Attribute.FULL_NAME, "TP_GetFullName"),
+    _AttributeField("display_name", "displayName", Attribute.DISPLAY_NAME, "TP_GetDisplayName"),
+    _AttributeField("foundry", "foundry", Attribute.FOUNDRY, "TP_GetFoundryName"),
+    _AttributeField("version", "version", Attribute.VERSION, "TP_GetVersion"),
+    _AttributeField("platform", "platform", Attribute.PLATFORM, "TP_GetPlatform"),
+    _AttributeField("checksum", "checksum", Attribute.CHECKSUM, "TP_GetTypeprobeChecksum",
+                    True, True),
+    _AttributeField("legacy_checksum", "legacyChecksum", Attribute.LEGACY_CHECKSUM,
+                    "TP_GetLegacyTypeprobeChecksum", True, True),
+    _AttributeField("kerning_checksum", "kerningChecksum", Attribute.KERNING_CHECKSUM,
+                    "TP_GetKerningChecksum", True, True),
+    _AttributeField("outline_file_size", "outlineFileSize", Attribute.OUTLINE_FILE_SIZE,
+                    "TP_GetOutlineFileSize", True),
+    _AttributeField("printer_font", "printerFont", Attribute.PRINTER_FONT, "TP_GetPrinterFont"),
+    _AttributeField("windows_mm_file", "windowsMMFile", Attribute.WINDOWS_MM_FILE,
+                    "TP_GetWindowsMMFile"),
 )
 
 FIELD_NAMES = tuple(f.name for f in fields(Face))
@@ -273,8 +276,8 @@ class FontArray:
         values: Dict[str, Any] = {}
         with self._lock:
             handle = self._live()
-            for spec in _SPECS:
-                values[spec.field] = self._read(handle, spec.accessor, index, spec.number)
+            for attr in _ATTRIBUTE_FIELDS:
+                values[attr.field] = self._read(handle, attr.accessor, index, attr.number)
             if values["foundry"] is not None:
                 values["legacy_foundry"] = self._read(handle, "TP_GetLegacyFoundryName", index)
             wrapper = self._read(handle, "TP_GetWrapper", index) or ""
