@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <chrono>
 #include <cstring>
+#include <string_view>
 #include <thread>
 #include <tuple>
 
@@ -43,7 +44,7 @@ std::pair<std::string, std::string> RangeBelow(const std::string& root)
 }
 
 // "" for all files, else the file `root` and those below it.
-const char* const kUnder = "(length(?1) = 0 OR path = ?1 OR (path >= ?2 AND path < ?3))";
+const char* const kUnder = "(length(?1) = 0 OR files.path = ?1 OR (files.path >= ?2 AND files.path < ?3))";
 
 void BindUnder(SQLite::Statement& statement, const std::string& root)
 {
@@ -75,7 +76,7 @@ FaceRow ReadFace(SQLite::Statement& row, int first)
 }
 
 const char* const kFileColumns =
-    "files.id, path, size, mtime_ns, device, inode, forks, identified_ns, outcome, error";
+    "files.id, files.path, size, mtime_ns, device, inode, forks, identified_ns, outcome, error";
 constexpr int kFileColumnCount = 10;
 
 FileRow ReadFile(SQLite::Statement& row)
@@ -167,7 +168,9 @@ Catalog::Catalog(const std::string& path, Use use)
         if (version > CurrentSchemaVersion())
             throw CatalogError(path + ": a catalog of a newer typeprobe (schema " +
                                std::to_string(version) + ")");
-        SetWriteAheadLog(*db_);
+        // The journal mode is kept in the file: a query of a catalog that a
+        // scan made need not set it.
+        if (create || version < CurrentSchemaVersion()) SetWriteAheadLog(*db_);
         // With WAL, NORMAL loses nothing committed when a process dies.
         db_->exec("PRAGMA synchronous = NORMAL; PRAGMA foreign_keys = ON");
         // A query touches each page once or twice, and every page the cache
@@ -225,7 +228,7 @@ void Catalog::write(const std::vector<FileRow>& files, const std::vector<std::st
             " forks = excluded.forks, identified_ns = excluded.identified_ns,"
             " outcome = excluded.outcome, error = excluded.error RETURNING id");
         SQLite::Statement clear(*db_, "DELETE FROM faces WHERE file_id = ?");
-        std::string insertText = "INSERT INTO faces(file_id, " + FaceColumnList() + ") VALUES(?";
+        std::string insertText = "INSERT INTO faces(file_id, path, " + FaceColumnList() + ") VALUES(?, ?";
         for (size_t i = 0; i < FaceColumns().size() + 5; ++i) insertText += ", ?";
         SQLite::Statement insert(*db_, insertText + ")");
         for (const FileRow& file : files) {
@@ -246,12 +249,13 @@ void Catalog::write(const std::vector<FileRow>& files, const std::vector<std::st
             clear.reset();
             for (const FaceRow& face : file.faces) {
                 insert.bind(1, id);
-                insert.bind(2, int64_t(face.index));
-                insert.bind(3, int64_t(face.mask));
-                if (face.legacyFoundry) insert.bind(4, *face.legacyFoundry); else insert.bind(4);
-                insert.bind(5, face.wrapper);
-                insert.bind(6, face.container);
-                int at = 7;
+                BindPath(insert, 2, file.path);
+                insert.bind(3, int64_t(face.index));
+                insert.bind(4, int64_t(face.mask));
+                if (face.legacyFoundry) insert.bind(5, *face.legacyFoundry); else insert.bind(5);
+                insert.bind(6, face.wrapper);
+                insert.bind(7, face.container);
+                int at = 8;
                 for (const FaceColumn& column : FaceColumns()) {
                     if (column.number) {
                         auto value = face.numbers.find(column.bit);
@@ -277,12 +281,13 @@ std::vector<FileRow> Catalog::filesUnder(const std::string& root)
 {
     SQLite::Statement query(*db_, FaceSelect() +
         " FROM files LEFT JOIN faces ON faces.file_id = files.id WHERE " + kUnder +
-        " ORDER BY path, faces.face_index");
+        " ORDER BY files.path, faces.face_index");
     BindUnder(query, root);
     return CollectFiles(query);
 }
 
-std::vector<FileRow> Catalog::find(const std::vector<Criterion>& criteria, bool ignoreCase)
+void Catalog::find(const std::vector<Criterion>& criteria, bool ignoreCase,
+                   const std::function<void(FileRow&)>& visit)
 {
     std::string where;
     for (const Criterion& criterion : criteria) {
@@ -298,9 +303,10 @@ std::vector<FileRow> Catalog::find(const std::vector<Criterion>& criteria, bool 
         else
             where += std::string("(faces.") + name + " = ? COLLATE NOCASE AND faces." + name + " = ?)";
     }
-    SQLite::Statement query(*db_, FaceSelect() +
-        " FROM faces JOIN files ON faces.file_id = files.id" + where +
-        " ORDER BY path, faces.face_index");
+    // Every column is in the PostScript name's index: a search by name reads
+    // that index alone.
+    SQLite::Statement query(*db_, "SELECT path, " + FaceColumnList() + " FROM faces" + where +
+        " ORDER BY path, face_index");
     int at = 1;
     for (const Criterion& criterion : criteria) {
         if (criterion.number) {
@@ -310,7 +316,20 @@ std::vector<FileRow> Catalog::find(const std::vector<Criterion>& criteria, bool 
             if (!ignoreCase) query.bind(at++, criterion.text);
         }
     }
-    return CollectFiles(query);
+    // One file per run of rows with the same path. Visiting each at once
+    // keeps a large answer out of memory.
+    FileRow file;
+    while (query.executeStep()) {
+        const SQLite::Column path = query.getColumn(0);
+        const std::string_view bytes(static_cast<const char*>(path.getBlob()), size_t(path.getBytes()));
+        if (!file.faces.empty() && file.path != bytes) {
+            visit(file);
+            file.faces.clear();
+        }
+        file.path = bytes;
+        file.faces.push_back(ReadFace(query, 1));
+    }
+    if (!file.faces.empty()) visit(file);
 }
 
 CatalogStats Catalog::stats()

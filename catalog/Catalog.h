@@ -8,6 +8,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -96,8 +97,12 @@ public:
     // Files at `root` or below it ("" for all) with their faces, by path bytes.
     std::vector<FileRow> filesUnder(const std::string& root);
 
-    // Files with the faces that meet every criterion (only those faces).
-    std::vector<FileRow> find(const std::vector<Criterion>& criteria, bool ignoreCase);
+    // Visits the files with the faces that meet every criterion (only those
+    // faces) by path bytes, each as soon as it is read. Only their paths and
+    // faces are read (a file with a face was read without error): the rest
+    // of each row is left as a new row has it.
+    void find(const std::vector<Criterion>& criteria, bool ignoreCase,
+              const std::function<void(FileRow&)>& visit);
 
     CatalogStats stats();
 

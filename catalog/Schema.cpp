@@ -61,6 +61,19 @@ const std::vector<const char*>& MigrationSteps()
         CREATE INDEX faces_kind ON faces(kind COLLATE NOCASE);
         CREATE INDEX faces_checksum ON faces(checksum);
         )",
+        // 1 -> 2. A search by PostScript name reads one run of index pages
+        // and nothing else: each face carries its file's path (a file's row
+        // keeps its path for life), and the name's index holds every column
+        // a search gives. A later step that adds a face column rebuilds it.
+        R"(
+        ALTER TABLE faces ADD COLUMN path BLOB NOT NULL DEFAULT x'';
+        UPDATE faces SET path = (SELECT path FROM files WHERE files.id = faces.file_id);
+        DROP INDEX faces_postscript_name;
+        CREATE INDEX faces_postscript_name ON faces(postscript_name COLLATE NOCASE, path, face_index,
+            mask, legacy_foundry, wrapper, container, kind, family, full_name, display_name, foundry,
+            version, platform, checksum, legacy_checksum, kerning_checksum, outline_size, printer_font,
+            windows_mm_file);
+        )",
     };
     return steps;
 }

@@ -68,17 +68,33 @@ bool Criteria(const CatalogOptions& options, std::vector<tpcatalog::Criterion>& 
 }
 
 // find and list print what identify prints for the files they give.
-void Print(const CatalogOptions& options, const std::vector<ShownFile>& files, Summary summary)
-{
-    auto writer = MakeWriter(*ParseOutputFormat(options.format), std::cout, DefaultTableMask());
-    for (const ShownFile& file : files) {
-        const FileReport report = ReportOf(file.row, file.path, FullMask());
-        summary.add(report);
-        writer->file(report);
+class Listing {
+public:
+    Listing(const CatalogOptions& options, Summary summary)
+        : writer_(MakeWriter(*ParseOutputFormat(options.format), std::cout, DefaultTableMask())),
+          summary_(std::move(summary)),
+          quiet_(options.quiet)
+    {
     }
-    writer->finish(summary);
-    if (!options.quiet) std::cerr << summary.line() << '\n';
-}
+
+    void add(const tpcatalog::FileRow& row, const std::string& shownPath)
+    {
+        const FileReport report = ReportOf(row, shownPath, FullMask());
+        summary_.add(report);
+        writer_->file(report);
+    }
+
+    void finish()
+    {
+        writer_->finish(summary_);
+        if (!quiet_) std::cerr << summary_.line() << '\n';
+    }
+
+private:
+    std::unique_ptr<ReportWriter> writer_;
+    Summary summary_;
+    bool quiet_;
+};
 
 int Find(const CatalogOptions& options, tpcatalog::Catalog& catalog)
 {
@@ -88,12 +104,12 @@ int Find(const CatalogOptions& options, tpcatalog::Catalog& catalog)
         ReportError("find: nothing to look for (--postscript-name, --family, --foundry, --kind, --checksum)");
         return kExitUsage;
     }
-    std::vector<ShownFile> files;
-    for (auto& row : catalog.find(criteria, options.ignoreCase)) {
-        std::string path = row.path;
-        files.push_back({std::move(path), std::move(row)});
-    }
-    Print(options, files, {});
+    Listing listing(options, {});
+    catalog.find(criteria, options.ignoreCase, [&](tpcatalog::FileRow& row) {
+        row.outcome = int(FileReport::Outcome::Faces);
+        listing.add(row, row.path);
+    });
+    listing.finish();
     return kExitOk;
 }
 
@@ -101,8 +117,11 @@ int List(const CatalogOptions& options, tpcatalog::Catalog& catalog)
 {
     Summary summary;
     const auto files = FilesInWalkOrder(catalog, options.paths, summary.errors);
-    Print(options, files, summary);
-    return summary.errors ? kExitFailure : kExitOk;
+    const bool failed = summary.errors != 0;
+    Listing listing(options, std::move(summary));
+    for (const ShownFile& file : files) listing.add(file.row, file.path);
+    listing.finish();
+    return failed ? kExitFailure : kExitOk;
 }
 
 int Stats(const CatalogOptions& options, tpcatalog::Catalog& catalog, const std::string& file)

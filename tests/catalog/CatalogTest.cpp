@@ -1,12 +1,15 @@
 // The catalog end to end: what scans count and store, what they do not read
-// again, how they survive being killed or run twice at once, and what other
-// files they refuse.
+// again, how they survive being killed or run twice at once, what other
+// files they refuse, and how an older catalog is brought up to date.
 #include <gtest/gtest.h>
 
 #include <signal.h>
 #include <sys/stat.h>
 
 #include <SQLiteCpp/SQLiteCpp.h>
+#include <typeprobe/typeprobe.h>
+
+#include <Catalog.h>
 
 #include <chrono>
 #include <filesystem>
@@ -202,6 +205,32 @@ TEST(Catalog, RefusesOtherFiles)
             EXPECT_EQ(testfiles::readFile(file.file), before) << file.file;
         }
     }
+}
+
+// A catalog of the first schema is brought up to date by its first use: its
+// faces are found by the newer search, exactly and in any letter case.
+TEST(Catalog, UpgradesAnOlderSchema)
+{
+    TempFolder dir;
+    const std::string db = dir / "catalog.sqlite";
+    {
+        SQLite::Database old(db, SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE);
+        old.exec(tpcatalog::MigrationSteps()[0]);
+        old.exec("PRAGMA application_id = " + std::to_string(tpcatalog::kApplicationId) +
+                 "; PRAGMA user_version = 1; PRAGMA journal_mode = WAL");
+        old.exec("INSERT INTO files VALUES(7, CAST('/fonts/Sans.ttf' AS BLOB), 1, 2, 3, 4, x'', 5, 0, NULL)");
+        old.exec("INSERT INTO faces(file_id, face_index, mask, postscript_name, family) VALUES(7, 0, " +
+                 std::to_string(kTP_AttrPostScriptName | kTP_AttrFamilyName) + ", 'DejaVuSans', 'DejaVu Sans')");
+    }
+    for (const char* name : {"DejaVuSans", "dejavusans"}) {
+        const auto found = Catalog(db, {"find", "--postscript-name", name, "-i", "-f", "json"}).json();
+        EXPECT_EQ(found["files"][0]["path"], "/fonts/Sans.ttf") << name;
+        EXPECT_EQ(found["files"][0]["faces"][0]["family"], "DejaVu Sans") << name;
+    }
+    EXPECT_EQ(Catalog(db, {"find", "--postscript-name", "dejavusans", "-q"}).out, "");
+    SQLite::Database upgraded(db);
+    EXPECT_EQ(upgraded.execAndGet("PRAGMA user_version").getInt(), tpcatalog::Catalog::CurrentSchemaVersion());
+    EXPECT_EQ(upgraded.execAndGet("PRAGMA integrity_check").getString(), "ok");
 }
 
 // Names in any bytes are stored as they are and found again by a rescan.
