@@ -157,7 +157,8 @@ Catalog::Catalog(const std::string& path, Use use)
     if (!create && ::access(path.c_str(), F_OK) != 0)
         throw CatalogError(path + ": " + std::strerror(errno));
     try {
-        const int flags = SQLite::OPEN_READWRITE | (create ? SQLite::OPEN_CREATE : 0);
+        // A query runs on one thread: its connection need not lock at each call.
+        const int flags = SQLite::OPEN_READWRITE | (create ? SQLite::OPEN_CREATE : SQLite::OPEN_NOMUTEX);
         db_ = std::make_unique<SQLite::Database>(path, flags, kBusyTimeoutMs);
         // The first read tells a database from random bytes. One statement
         // reads one snapshot, so a catalog that another process is making is

@@ -77,9 +77,9 @@ public:
     {
     }
 
-    void add(const tpcatalog::FileRow& row, const std::string& shownPath)
+    void add(tpcatalog::FileRow&& row, const std::string& shownPath)
     {
-        const FileReport report = ReportOf(row, shownPath, FullMask());
+        const FileReport report = ReportOf(std::move(row), shownPath, FullMask());
         summary_.add(report);
         writer_->file(report);
     }
@@ -107,7 +107,8 @@ int Find(const CatalogOptions& options, tpcatalog::Catalog& catalog)
     Listing listing(options, {});
     catalog.find(criteria, options.ignoreCase, [&](tpcatalog::FileRow& row) {
         row.outcome = int(FileReport::Outcome::Faces);
-        listing.add(row, row.path);
+        const std::string path = row.path;
+        listing.add(std::move(row), path);
     });
     listing.finish();
     return kExitOk;
@@ -116,10 +117,10 @@ int Find(const CatalogOptions& options, tpcatalog::Catalog& catalog)
 int List(const CatalogOptions& options, tpcatalog::Catalog& catalog)
 {
     Summary summary;
-    const auto files = FilesInWalkOrder(catalog, options.paths, summary.errors);
+    auto files = FilesInWalkOrder(catalog, options.paths, summary.errors);
     const bool failed = summary.errors != 0;
     Listing listing(options, std::move(summary));
-    for (const ShownFile& file : files) listing.add(file.row, file.path);
+    for (ShownFile& file : files) listing.add(std::move(file.row), file.path);
     listing.finish();
     return failed ? kExitFailure : kExitOk;
 }

@@ -22,22 +22,27 @@ tpcatalog::FaceRow RowOf(const Face& face)
     return row;
 }
 
-Face FaceOf(const tpcatalog::FaceRow& row, unsigned long mask)
+namespace {
+
+// The face with the attributes of `mask` that the row holds.
+Face FaceOf(tpcatalog::FaceRow&& row, unsigned long mask)
 {
     Face face;
     face.index = row.index;
     face.mask = row.mask & mask;
-    for (const auto& [bit, text] : row.texts)
-        if (bit & mask) face.texts[bit] = text;
-    for (const auto& [bit, number] : row.numbers)
-        if (bit & mask) face.numbers[bit] = number;
-    if (face.has(kTP_AttrFoundryName)) face.legacyFoundry = row.legacyFoundry;
-    face.wrapper = row.wrapper;
-    face.container = row.container;
+    face.texts = std::move(row.texts);
+    face.numbers = std::move(row.numbers);
+    std::erase_if(face.texts, [&](const auto& entry) { return !(entry.first & mask); });
+    std::erase_if(face.numbers, [&](const auto& entry) { return !(entry.first & mask); });
+    if (face.has(kTP_AttrFoundryName)) face.legacyFoundry = std::move(row.legacyFoundry);
+    face.wrapper = std::move(row.wrapper);
+    face.container = std::move(row.container);
     return face;
 }
 
-FileReport ReportOf(const tpcatalog::FileRow& row, const std::string& shownPath, unsigned long mask)
+}  // namespace
+
+FileReport ReportOf(tpcatalog::FileRow&& row, const std::string& shownPath, unsigned long mask)
 {
     FileReport report;
     report.task = {shownPath, false, {}};
@@ -48,7 +53,7 @@ FileReport ReportOf(const tpcatalog::FileRow& row, const std::string& shownPath,
         report.outcome = FileReport::Outcome::Failed;
         report.message = row.error;
     }
-    for (const tpcatalog::FaceRow& face : row.faces) report.faces.push_back(FaceOf(face, mask));
+    for (tpcatalog::FaceRow& face : row.faces) report.faces.push_back(FaceOf(std::move(face), mask));
     return report;
 }
 
@@ -117,8 +122,8 @@ std::optional<Summary> CatalogFaces(const std::string& file, const std::vector<s
     try {
         tpcatalog::Catalog catalog(path, tpcatalog::Catalog::Use::Query);
         Summary summary;
-        for (const ShownFile& shown : FilesInWalkOrder(catalog, paths, summary.errors)) {
-            const FileReport report = ReportOf(shown.row, shown.path, mask);
+        for (ShownFile& shown : FilesInWalkOrder(catalog, paths, summary.errors)) {
+            const FileReport report = ReportOf(std::move(shown.row), shown.path, mask);
             summary.add(report);
             for (const Face& face : report.faces) faces.push_back({shown.path, report.faces.size(), face});
         }

@@ -16,11 +16,9 @@ namespace tpcli {
 
 tpcatalog::FaceRow RowOf(const Face& face);
 
-// The face with the attributes of `mask` that the row holds.
-Face FaceOf(const tpcatalog::FaceRow& row, unsigned long mask);
-
-// A stored file as a report of "identify", shown under `shownPath`.
-FileReport ReportOf(const tpcatalog::FileRow& row, const std::string& shownPath, unsigned long mask);
+// A stored file as a report of "identify", shown under `shownPath`, with the
+// attributes of `mask`. The row's faces move into the report.
+FileReport ReportOf(tpcatalog::FileRow&& row, const std::string& shownPath, unsigned long mask);
 
 
 struct ShownFile {

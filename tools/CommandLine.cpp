@@ -2,7 +2,9 @@
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <iostream>
+#include <string_view>
 
 #include "Commands.h"
 #include "ExitCodes.h"
@@ -306,6 +308,40 @@ int Dispatch(CLI::App& app, const Options& options)
     return kExitUsage;
 }
 
+// Each command and what declares it (one declaration may hold two commands).
+using Declaration = void (*)(CLI::App&, Options&);
+const std::pair<std::string_view, Declaration> kDeclarations[] = {
+    {"identify", [](CLI::App& app, Options& options) { AddIdentify(app, options.identify); }},
+    {"split", [](CLI::App& app, Options& options) { AddSplit(app, options.split); }},
+    {"match", [](CLI::App& app, Options& options) { AddMatch(app, options.match); }},
+    {"duplicates", [](CLI::App& app, Options& options) { AddDuplicates(app, options.duplicates); }},
+    {"catalog", [](CLI::App& app, Options& options) { AddCatalog(app, options.catalog); }},
+    {"classify", AddKnowledge},
+    {"styles", AddKnowledge},
+    {"version", AddVersionAndHelp},
+};
+
+// Declares the command that the command line names, alone: a short command
+// (a catalog query) then starts without building every other command's
+// options. The tool's own help and a name that is no command need them all.
+void DeclareCommands(CLI::App& app, Options& options, int argc, char** argv)
+{
+    const auto named = std::find_if(argv + 1, argv + argc, [](const char* arg) { return arg[0] != '-'; });
+    for (const auto& [name, declare] : kDeclarations) {
+        if (named != argv + argc && name == *named) {
+            declare(app, options);
+            return;
+        }
+    }
+    AddIdentify(app, options.identify);
+    AddSplit(app, options.split);
+    AddMatch(app, options.match);
+    AddDuplicates(app, options.duplicates);
+    AddCatalog(app, options.catalog);
+    AddKnowledge(app, options);
+    AddVersionAndHelp(app, options);
+}
+
 std::string MainFooter()
 {
     std::string footer = "Run \"typeprobe COMMAND --help\" for a command's options.";
@@ -324,13 +360,7 @@ int RunCommandLine(int argc, char** argv)
     app.description(Wrapped(kDescription));
     app.get_formatter()->column_width(28);
     Options options;
-    AddIdentify(app, options.identify);
-    AddSplit(app, options.split);
-    AddMatch(app, options.match);
-    AddDuplicates(app, options.duplicates);
-    AddCatalog(app, options.catalog);
-    AddKnowledge(app, options);
-    AddVersionAndHelp(app, options);
+    DeclareCommands(app, options, argc, argv);
     app.require_subcommand(0, 1);
     try {
         app.parse(argc, argv);

@@ -3,6 +3,7 @@
 #include <sys/ioctl.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdint>
 
 namespace tpcli {
@@ -47,6 +48,12 @@ bool IsCombining(uint32_t c)
            (c >= 0xFE20 && c <= 0xFE2F) || c == 0x200B || c == 0x200D;
 }
 
+// Printable ASCII, most of what a table shows, needs no decoding.
+bool IsPrintableAscii(const std::string& text)
+{
+    return std::all_of(text.begin(), text.end(), [](char c) { return c >= 0x20 && c < 0x7F; });
+}
+
 }  // namespace
 
 bool IsTerminal(int fd) { return ::isatty(fd) == 1; }
@@ -60,6 +67,7 @@ int TerminalWidth(int fd)
 
 size_t DisplayWidth(const std::string& text)
 {
+    if (IsPrintableAscii(text)) return text.size();
     size_t width = 0;
     for (size_t at = 0; at < text.size();) {
         auto [point, length] = Decode(text, at);
@@ -76,6 +84,7 @@ size_t DisplayWidth(const std::string& text)
 
 std::string Printable(const std::string& text)
 {
+    if (IsPrintableAscii(text)) return text;
     std::string out;
     out.reserve(text.size());
     for (size_t at = 0; at < text.size();) {

@@ -108,7 +108,7 @@ TEST(CommandLine, HelpManualPageAndVersion)
     const Outcome man = Typeprobe({"help", "--man"});
     ASSERT_EQ(man.status, 0);
     EXPECT_EQ(man.out.rfind(".TH TYPEPROBE 1 ", 0), 0u);
-    for (const char* command : {"identify", "split", "match", "duplicates", "classify", "styles",
+    for (const char* command : {"identify", "split", "match", "duplicates", "catalog", "classify", "styles",
                                 "version", "help"}) {
         EXPECT_NE(main.out.find("  " + std::string(command) + " "), std::string::npos) << command;
         const Outcome help = Typeprobe({command, "--help"});
