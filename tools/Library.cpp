@@ -30,6 +30,8 @@ LibraryFunctions Load()
 #define TYPEPROBE_TOOL_LIBRARY_RESOLVE(name) \
     library.name = reinterpret_cast<decltype(library.name)>(Symbol(handle, #name));
     TYPEPROBE_TOOL_LIBRARY_FUNCTIONS(TYPEPROBE_TOOL_LIBRARY_RESOLVE)
+    // Found among the library's own dependencies.
+    TYPEPROBE_TOOL_PLIST_FUNCTIONS(TYPEPROBE_TOOL_LIBRARY_RESOLVE)
 #undef TYPEPROBE_TOOL_LIBRARY_RESOLVE
     library.pathKey = *static_cast<const char* const*>(Symbol(handle, "kTP_PathKey"));
     return library;

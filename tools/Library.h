@@ -6,6 +6,8 @@
 
 #include <stdexcept>
 
+#include <plist/plist.h>
+
 #include "typeprobe/typeprobe.h"
 
 #define TYPEPROBE_TOOL_LIBRARY_FUNCTIONS(X)                                                \
@@ -19,6 +21,13 @@
     X(TP_GetPropertyListRepresentation) X(TP_Match) X(TP_SeparateTTCFonts)                  \
     X(TP_GetTypeprobeVersion)
 
+// The property-list functions of "plist" output, taken from the libplist
+// that the library loads: the tool starts without it.
+#define TYPEPROBE_TOOL_PLIST_FUNCTIONS(X)                                                   \
+    X(plist_new_array) X(plist_free) X(plist_from_xml) X(plist_to_xml) X(plist_to_xml_free) \
+    X(plist_get_node_type) X(plist_copy) X(plist_array_get_size) X(plist_array_get_item)    \
+    X(plist_array_append_item) X(plist_dict_set_item) X(plist_new_string)
+
 namespace tpcli {
 
 // The library could not be opened, or lacks a function the tool calls.
@@ -29,6 +38,7 @@ class LibraryUnavailable : public std::runtime_error {
 struct LibraryFunctions {
 #define TYPEPROBE_TOOL_LIBRARY_MEMBER(name) decltype(&::name) name = nullptr;
     TYPEPROBE_TOOL_LIBRARY_FUNCTIONS(TYPEPROBE_TOOL_LIBRARY_MEMBER)
+    TYPEPROBE_TOOL_PLIST_FUNCTIONS(TYPEPROBE_TOOL_LIBRARY_MEMBER)
 #undef TYPEPROBE_TOOL_LIBRARY_MEMBER
     const char* pathKey = nullptr;  // kTP_PathKey
 };

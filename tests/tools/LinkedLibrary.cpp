@@ -10,6 +10,7 @@ const LibraryFunctions& Library()
         LibraryFunctions linked;
 #define TYPEPROBE_TOOL_LIBRARY_LINK(name) linked.name = &::name;
         TYPEPROBE_TOOL_LIBRARY_FUNCTIONS(TYPEPROBE_TOOL_LIBRARY_LINK)
+        TYPEPROBE_TOOL_PLIST_FUNCTIONS(TYPEPROBE_TOOL_LIBRARY_LINK)
 #undef TYPEPROBE_TOOL_LIBRARY_LINK
         linked.pathKey = kTP_PathKey;
         return linked;
