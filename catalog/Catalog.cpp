@@ -110,15 +110,6 @@ std::vector<FileRow> CollectFiles(SQLite::Statement& query)
     return files;
 }
 
-std::string FaceSelect()
-{
-    std::string columns;
-    for (const FaceColumn& column : FaceColumns()) columns += std::string(", faces.") + column.name;
-    return std::string("SELECT ") + kFileColumns +
-           ", faces.face_index, faces.mask, faces.legacy_foundry, faces.wrapper, faces.container" +
-           columns;
-}
-
 // The application id, the number of schema objects and the schema version.
 std::tuple<int, int, int> Identity(SQLite::Database& db)
 {
@@ -280,7 +271,9 @@ void Catalog::write(const std::vector<FileRow>& files, const std::vector<std::st
 
 std::vector<FileRow> Catalog::filesUnder(const std::string& root)
 {
-    SQLite::Statement query(*db_, FaceSelect() +
+    // `path`, the one column both tables have, is named by table in the
+    // file columns; the face columns need no table.
+    SQLite::Statement query(*db_, std::string("SELECT ") + kFileColumns + ", " + FaceColumnList() +
         " FROM files LEFT JOIN faces ON faces.file_id = files.id WHERE " + kUnder +
         " ORDER BY files.path, faces.face_index");
     BindUnder(query, root);
@@ -327,7 +320,7 @@ void Catalog::find(const std::vector<Criterion>& criteria, bool ignoreCase,
             visit(file);
             file.faces.clear();
         }
-        file.path = bytes;
+        if (file.faces.empty()) file.path = bytes;
         file.faces.push_back(ReadFace(query, 1));
     }
     if (!file.faces.empty()) visit(file);
