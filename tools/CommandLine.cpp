@@ -308,17 +308,20 @@ int Dispatch(CLI::App& app, const Options& options)
     return kExitUsage;
 }
 
-// Each command and what declares it (one declaration may hold two commands).
-using Declaration = void (*)(CLI::App&, Options&);
-const std::pair<std::string_view, Declaration> kDeclarations[] = {
-    {"identify", [](CLI::App& app, Options& options) { AddIdentify(app, options.identify); }},
-    {"split", [](CLI::App& app, Options& options) { AddSplit(app, options.split); }},
-    {"match", [](CLI::App& app, Options& options) { AddMatch(app, options.match); }},
-    {"duplicates", [](CLI::App& app, Options& options) { AddDuplicates(app, options.duplicates); }},
-    {"catalog", [](CLI::App& app, Options& options) { AddCatalog(app, options.catalog); }},
-    {"classify", AddKnowledge},
-    {"styles", AddKnowledge},
-    {"version", AddVersionAndHelp},
+// The declarations of the commands, in the order help lists them, each with
+// the commands it declares that may stand alone ("help" needs them all).
+struct Declaration {
+    std::vector<std::string_view> commands;
+    void (*declare)(CLI::App&, Options&);
+};
+const Declaration kDeclarations[] = {
+    {{"identify"}, [](CLI::App& app, Options& options) { AddIdentify(app, options.identify); }},
+    {{"split"}, [](CLI::App& app, Options& options) { AddSplit(app, options.split); }},
+    {{"match"}, [](CLI::App& app, Options& options) { AddMatch(app, options.match); }},
+    {{"duplicates"}, [](CLI::App& app, Options& options) { AddDuplicates(app, options.duplicates); }},
+    {{"catalog"}, [](CLI::App& app, Options& options) { AddCatalog(app, options.catalog); }},
+    {{"classify", "styles"}, AddKnowledge},
+    {{"version"}, AddVersionAndHelp},
 };
 
 // Declares the command that the command line names, alone: a short command
@@ -327,19 +330,13 @@ const std::pair<std::string_view, Declaration> kDeclarations[] = {
 void DeclareCommands(CLI::App& app, Options& options, int argc, char** argv)
 {
     const auto named = std::find_if(argv + 1, argv + argc, [](const char* arg) { return arg[0] != '-'; });
-    for (const auto& [name, declare] : kDeclarations) {
-        if (named != argv + argc && name == *named) {
-            declare(app, options);
+    for (const Declaration& declaration : kDeclarations) {
+        if (named != argv + argc && std::ranges::count(declaration.commands, *named)) {
+            declaration.declare(app, options);
             return;
         }
     }
-    AddIdentify(app, options.identify);
-    AddSplit(app, options.split);
-    AddMatch(app, options.match);
-    AddDuplicates(app, options.duplicates);
-    AddCatalog(app, options.catalog);
-    AddKnowledge(app, options);
-    AddVersionAndHelp(app, options);
+    for (const Declaration& declaration : kDeclarations) declaration.declare(app, options);
 }
 
 std::string MainFooter()
